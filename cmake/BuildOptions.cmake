@@ -1,0 +1,21 @@
+# Two usage requirements that every target of this repository takes: how strictly it is compiled,
+# and which of Qt's conveniences it goes without.
+
+add_library(kovakit-build-options INTERFACE)
+target_compile_features(kovakit-build-options INTERFACE cxx_std_17)
+target_compile_options(kovakit-build-options INTERFACE
+    -Wall -Wextra -Wpedantic -Wshadow -Wnon-virtual-dtor -Woverloaded-virtual -Wcast-qual
+    -Wnull-dereference -Wimplicit-fallthrough)
+if(KOVAKIT_WARNINGS_AS_ERRORS)
+    target_compile_options(kovakit-build-options INTERFACE -Werror)
+endif()
+if(KOVAKIT_SANITIZERS)
+    target_compile_options(kovakit-build-options INTERFACE
+        -fsanitize=${KOVAKIT_SANITIZERS} -fno-omit-frame-pointer -fno-sanitize-recover=all)
+    target_link_options(kovakit-build-options INTERFACE -fsanitize=${KOVAKIT_SANITIZERS})
+endif()
+
+add_library(kovakit-qt-strictness INTERFACE)
+target_compile_definitions(kovakit-qt-strictness INTERFACE
+    QT_NO_KEYWORDS QT_NO_CAST_FROM_ASCII QT_NO_CAST_TO_ASCII QT_NO_CAST_FROM_BYTEARRAY
+    QT_NO_URL_CAST_FROM_STRING QT_DEPRECATED_WARNINGS)

@@ -1,0 +1,25 @@
+#pragma once
+
+/**
+ * @file
+ * Everything that the library offers.
+ */
+
+#include <kovakit-qt/image-manager/image-manager.h>
+#include <kovakit-qt/kovakit-export.h>
+#include <kovakit-qt/kovakit-version.h>
+#include <kovakit-qt/style/dpi-info.h>
+#include <kovakit-qt/style/style-manager.h>
+#include <kovakit-qt/utils/component-strings.h>
+#include <kovakit-qt/utils/ui-path-manager.h>
+#include <kovakit-qt/utils/util.h>
+#include <kovakit-qt/widgets/kova-button.h>
+#include <kovakit-qt/widgets/kova-check-box.h>
+#include <kovakit-qt/widgets/kova-icon-button.h>
+#include <kovakit-qt/widgets/kova-mask.h>
+#include <kovakit-qt/widgets/kova-msg-box.h>
+#include <kovakit-qt/widgets/kova-msg-sheet.h>
+#include <kovakit-qt/widgets/kova-radio-button.h>
+#include <kovakit-qt/widgets/kova-sheet.h>
+#include <kovakit-qt/widgets/message-label.h>
+#include <kovakit-qt/widgets/shapi-linux.h>

@@ -1,0 +1,149 @@
+#include "pixel-lengths_p.h"
+
+#include <QVector>
+
+#include <limits>
+
+namespace {
+
+// An int has ten digits at most; more of them before the point are out of its range.
+constexpr int maxIntegerDigits = 10;
+// Digits that can still influence how a decimal number rounds to a double.
+constexpr int maxFractionDigits = 800;
+
+constexpr int resumeDistance = 3;
+
+// A number directly before a "px": digits, or digits, a point and perhaps more digits.
+struct Length
+{
+    int start; // of the whole number
+    int point; // of the point, or end when there is none
+    int end; // of the number, where "px" begins
+};
+
+int digitsBefore(const QString &text, int end, int limit)
+{
+    int start = end;
+    while (start > limit && text.at(start - 1).isDigit())
+        --start;
+    return start;
+}
+
+// The number that ends at @p end and does not reach back over @p limit; empty if there is none.
+Length lengthBefore(const QString &text, int end, int limit)
+{
+    const int digits = digitsBefore(text, end, limit);
+    if (digits > limit && text.at(digits - 1) == QLatin1Char('.')) {
+        const int whole = digitsBefore(text, digits - 1, limit);
+        if (whole < digits - 1)
+            return {whole, digits - 1, end};
+    }
+    return {digits, end, end};
+}
+
+// Evaluates the suffixes of one length. What has to be known about the digits after a position is
+// gathered once, so that a run of a million digits costs one pass and not a pass per suffix.
+class SuffixValue
+{
+public:
+    SuffixValue(const QString &text, const Length &length)
+        : m_text(text)
+        , m_length(length)
+    {
+        m_afterLastForeign = length.end;
+        while (m_afterLastForeign > length.start && !isForeign(m_afterLastForeign - 1))
+            --m_afterLastForeign;
+        m_significant = length.start;
+    }
+
+    // The number from @p from on times @p scale; the positions must come in rising order.
+    int scaled(int from, double scale)
+    {
+        // Number parsing knows ASCII digits only: others make the whole number count as 0.
+        if (from < m_afterLastForeign)
+            return 0;
+        const int integerEnd = from <= m_length.point ? m_length.point : m_length.end;
+        m_significant = qMax(m_significant, from);
+        while (m_significant < integerEnd && m_text.at(m_significant) == QLatin1Char('0'))
+            ++m_significant;
+        if (integerEnd - m_significant > maxIntegerDigits)
+            return scale > 0 ? std::numeric_limits<int>::max() : 0;
+
+        const int first = qMin(m_significant, integerEnd);
+        const int last = qMin(m_length.end, integerEnd + 1 + maxFractionDigits);
+        const QString number = QLatin1Char('0') + m_text.mid(first, last - first);
+        const double value = number.toDouble() * scale;
+        if (value >= std::numeric_limits<int>::max())
+            return std::numeric_limits<int>::max();
+        return int(value);
+    }
+
+private:
+    [[nodiscard]] bool isForeign(int position) const
+    {
+        const QChar c = m_text.at(position);
+        return c.isDigit() && c > QLatin1Char('9');
+    }
+
+    const QString &m_text;
+    const Length m_length;
+    int m_afterLastForeign;
+    int m_significant;
+};
+
+} // namespace
+
+QString scalePixelLengths(const QString &text, double scale)
+{
+    const QLatin1String unit("px");
+
+    QString result;
+    result.reserve(text.size() + text.size() / 8);
+
+    int position = text.indexOf(unit);
+    if (position < 0)
+        return text;
+
+    // The text between two ordinary matches is appended before the next match of the stepping
+    // search. That search has more matches than there are such pieces as soon as one number is
+    // long, so pieces are kept in step by their index and run out early.
+    struct Piece
+    {
+        int start;
+        int length;
+    };
+    QVector<Piece> pieces;
+    QVector<Length> lengths;
+    int pieceStart = 0;
+    for (; position >= 0; position = text.indexOf(unit, position + unit.size())) {
+        const Length length = lengthBefore(text, position, pieceStart);
+        if (length.start == length.end)
+            continue;
+        pieces.append({pieceStart, length.start - pieceStart});
+        lengths.append(length);
+        pieceStart = position + unit.size();
+    }
+    pieces.append({pieceStart, text.size() - pieceStart});
+
+    int piece = 0;
+    const auto appendPiece = [&] {
+        if (piece < pieces.size())
+            result.append(text.midRef(pieces.at(piece).start, pieces.at(piece).length));
+        ++piece;
+    };
+    for (const Length &length : qAsConst(lengths)) {
+        SuffixValue value(text, length);
+        int from = length.start;
+        while (from < length.end) {
+            appendPiece();
+            result.append(QString::number(value.scaled(from, scale)));
+            result.append(unit);
+            from += resumeDistance;
+            // A match begins with a digit.
+            if (from == length.point)
+                ++from;
+        }
+    }
+    appendPiece();
+    return result;
+}

@@ -1,0 +1,122 @@
+#include "kova-icon-button.h"
+
+#include <kovakit-qt/image-manager/image-manager.h>
+#include <kovakit-qt/style/dpi-info.h>
+#include <kovakit-qt/style/style-manager.h>
+
+#include <QEvent>
+#include <QMouseEvent>
+
+KovaIconButton::KovaIconButton(const QPixmap &pixmap)
+{
+    setDefaultIcon(pixmap);
+    initialize();
+}
+
+KovaIconButton::KovaIconButton(const QString &imageName)
+{
+    setAllIcon(imageName);
+    initialize();
+}
+
+void KovaIconButton::initialize()
+{
+    setToolButtonStyle(Qt::ToolButtonIconOnly);
+    setSizePolicy(QSizePolicy::Fixed, QSizePolicy::Fixed);
+    setStyleSheet(getStyleSheet("component.icon_button", false));
+    setPopupMode(QToolButton::InstantPopup);
+}
+
+void KovaIconButton::setDefaultIcon(const QPixmap &pixmap)
+{
+    m_defaultIcon = QIcon(pixmap);
+    m_pressIcon = m_defaultIcon;
+    m_hoverIcon = m_defaultIcon;
+    m_disableIcon = m_defaultIcon;
+    setIconSizeFrom(pixmap);
+    setIcon(m_defaultIcon);
+}
+
+void KovaIconButton::setPressIcon(const QPixmap &pixmap)
+{
+    m_pressIcon = QIcon(pixmap);
+}
+
+void KovaIconButton::setHoverIcon(const QPixmap &pixmap)
+{
+    m_hoverIcon = QIcon(pixmap);
+}
+
+void KovaIconButton::setDisableIcon(const QPixmap &pixmap)
+{
+    m_disableIcon = QIcon(pixmap);
+}
+
+void KovaIconButton::setAllIcon(const QString &imageName)
+{
+    m_defaultIcon = QIcon(getGlobalImage(imageName, ImageManager::Default));
+    m_hoverIcon = QIcon(getGlobalImage(imageName, ImageManager::Hover));
+    m_pressIcon = QIcon(getGlobalImage(imageName, ImageManager::Click));
+    m_disableIcon = QIcon(getGlobalImage(imageName, ImageManager::Disable));
+    setIconSizeFrom(getGlobalImage(imageName, ImageManager::Default));
+    setIcon(m_defaultIcon);
+}
+
+void KovaIconButton::setIconSizeFrom(const QPixmap &pixmap)
+{
+    const double ratio = DPIinfo::getInstance()->getDPR();
+    m_iconSize = QSize(qRound(pixmap.width() / ratio), qRound(pixmap.height() / ratio));
+}
+
+void KovaIconButton::showIcon(const QIcon &icon)
+{
+    setIcon(icon);
+    setIconSize(m_iconSize);
+}
+
+void KovaIconButton::showRestingIcon()
+{
+    showIcon(isEnabled() ? m_defaultIcon : m_disableIcon);
+}
+
+void KovaIconButton::enterEvent(QEvent *event)
+{
+    if (isEnabled())
+        showIcon(m_hoverIcon);
+    QToolButton::enterEvent(event);
+}
+
+void KovaIconButton::leaveEvent(QEvent *event)
+{
+    if (isEnabled() && !hasFocus())
+        showIcon(m_defaultIcon);
+    QToolButton::leaveEvent(event);
+}
+
+void KovaIconButton::mousePressEvent(QMouseEvent *event)
+{
+    if (isEnabled())
+        showIcon(m_pressIcon);
+    QToolButton::mousePressEvent(event);
+}
+
+void KovaIconButton::mouseReleaseEvent(QMouseEvent *event)
+{
+    if (isEnabled())
+        showIcon(m_defaultIcon);
+    QToolButton::mouseReleaseEvent(event);
+}
+
+void KovaIconButton::changeEvent(QEvent *event)
+{
+    if (event->type() == QEvent::EnabledChange)
+        showRestingIcon();
+    QToolButton::changeEvent(event);
+}
+
+void KovaIconButton::showEvent(QShowEvent *event)
+{
+    showRestingIcon();
+    // QToolButton has no handling of its own here.
+    QWidget::showEvent(event); // NOLINT(bugprone-parent-virtual-call)
+}

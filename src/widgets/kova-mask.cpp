@@ -1,0 +1,101 @@
+#include "kova-mask.h"
+
+#include <QEvent>
+#include <QHBoxLayout>
+#include <QPalette>
+
+class KovaMaskPrivate : public QObject
+{
+public:
+    explicit KovaMaskPrivate(KovaMask *mask)
+        : QObject(mask)
+        , q(mask)
+    {
+    }
+
+    void init(QWidget *content);
+
+    KovaMask *q;
+    QColor color{0, 0, 0, 20};
+    QWidget *widget = nullptr;
+};
+
+namespace {
+
+// Refits a mask whenever the widget that it covers is resized.
+class ParentEventFilterWidget : public QObject
+{
+public:
+    ParentEventFilterWidget(KovaMask *coveringMask, QWidget *coveredParent)
+        : QObject(coveringMask)
+        , mask(coveringMask)
+        , parent(coveredParent)
+    {
+    }
+
+    bool eventFilter(QObject *watched, QEvent *event) override
+    {
+        if (watched == parent && event->type() == QEvent::Resize)
+            mask->resize();
+        return false;
+    }
+
+private:
+    KovaMask *mask;
+    QWidget *parent;
+};
+
+} // namespace
+
+void KovaMaskPrivate::init(QWidget *content)
+{
+    auto *layout = new QHBoxLayout(q);
+    QPalette palette = q->palette();
+    palette.setBrush(QPalette::All, QPalette::Window, QBrush(color));
+    q->setPalette(palette);
+    q->setAutoFillBackground(true);
+    layout->addWidget(content);
+    widget = content;
+    q->resize();
+}
+
+KovaMask::KovaMask(QWidget *widget, QWidget *parent, QColor color)
+    : QFrame(parent)
+    , d(new KovaMaskPrivate(this))
+{
+    d->color = color;
+    d->init(widget);
+    widget->installEventFilter(this);
+    parent->installEventFilter(new ParentEventFilterWidget(this, parent));
+}
+
+QWidget *KovaMask::createMask(QWidget *widget, QWidget *parent, QColor color)
+{
+    if (!widget)
+        return nullptr;
+    if (!parent)
+        parent = widget->parentWidget();
+    if (!parent)
+        return nullptr;
+    new KovaMask(widget, parent, color);
+    return widget;
+}
+
+void KovaMask::resize()
+{
+    setFixedSize(window()->size());
+}
+
+bool KovaMask::eventFilter(QObject *watched, QEvent *event)
+{
+    if (watched != d->widget)
+        return false;
+    if (event->type() == QEvent::ShowToParent) {
+        // Widgets that the window got since must not lie above the dimmed layer.
+        raise();
+        show();
+    } else if (event->type() == QEvent::HideToParent) {
+        hide();
+    }
+    return false;
+}

@@ -1,0 +1,44 @@
+#pragma once
+
+#include <kovakit-qt/kovakit-export.h>
+
+#include <QColor>
+#include <QFrame>
+
+class KovaMaskPrivate;
+
+/**
+ * A translucent layer that dims a whole window and holds one widget, usually a sheet, in its
+ * middle.
+ *
+ * The mask shows and hides with its content and follows the size of the window. It swallows
+ * nothing by itself: what keeps the window under it from being used is the sheet.
+ */
+class KOVAKIT_EXPORT KovaMask : public QFrame
+{
+    Q_OBJECT
+
+public:
+    /**
+     * Puts @p widget into a new mask over @p parent, filled with @p color, and returns @p widget.
+     *
+     * Without a @p parent the present parent of @p widget is taken. Returns null and does nothing
+     * when there is no @p widget or no parent to be had. The mask belongs to the parent and stays
+     * there, hidden, after its content is gone; the content belongs to the mask.
+     */
+    static QWidget *createMask(QWidget *widget, QWidget *parent, QColor color);
+
+    /** A mask over @p parent, which owns it. Hidden until @p widget, which it takes over, is shown.
+     */
+    KovaMask(QWidget *widget, QWidget *parent, QColor color);
+
+    /** Takes the size of the window anew, in device pixels. Hides QWidget::resize() on purpose. */
+    void resize();
+
+protected:
+    /** Shows and hides the mask with its content; lets every event through. */
+    bool eventFilter(QObject *watched, QEvent *event) override;
+
+private:
+    KovaMaskPrivate *d;
+};

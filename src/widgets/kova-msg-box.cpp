@@ -1,0 +1,105 @@
+#include "kova-msg-box.h"
+
+#include <kovakit-qt/style/style-manager.h>
+#include <kovakit-qt/utils/component-strings.h>
+#include <kovakit-qt/widgets/kova-mask.h>
+
+#include <QAbstractButton>
+
+namespace {
+
+int execSheet(KovaMessageSheet &sheet, const QWidget *parent)
+{
+    KovaMask::createMask(&sheet, parent->window(), QColor(0, 0, 0, 20));
+    return sheet.exec();
+}
+
+void dressButton(QAbstractButton *button, const QString &customText, const char *stringKey,
+                 const char *styleKey)
+{
+    button->setText(customText.isEmpty()
+                        ? ComponentStrings::getInstance()->getString(QString::fromLatin1(stringKey))
+                        : customText);
+    button->setStyleSheet(getStyleSheet(styleKey, false));
+}
+
+struct Box
+{
+    QMessageBox::Icon icon;
+    QMessageBox::StandardButtons buttons;
+    const char *styleKey;
+};
+
+int execBox(const Box &kind, const QString &title, const QString &text,
+            const QString &informativeText = QString(), const MsgBoxCustomBtnText &buttonText = {})
+{
+    QMessageBox box;
+    box.setIcon(kind.icon);
+    box.setWindowTitle(title);
+    box.setText(text);
+    box.setInformativeText(informativeText);
+    box.setStandardButtons(kind.buttons);
+    box.setStyleSheet(getStyleSheet(kind.styleKey, false));
+    dressButton(box.button(QMessageBox::Ok), buttonText.okText, "ok", "component.apply_button");
+    if (QAbstractButton *cancel = box.button(QMessageBox::Cancel))
+        dressButton(cancel, buttonText.cancelText, "cancel", "component.cancel_button");
+    return box.exec();
+}
+
+} // namespace
+
+void showInfoMsg(const QString &title, const QString &text, QWidget *parent)
+{
+    if (parent) {
+        KovaMessageSheet sheet(KovaMessageSheet::Information, text, parent);
+        execSheet(sheet, parent);
+    } else {
+        execBox({QMessageBox::Information, QMessageBox::Ok, "component.info_message_box"}, title,
+                text);
+    }
+}
+
+void showWarningMsg(const QString &title, const QString &text, QWidget *parent)
+{
+    showWarningMsg(title, text, QString(), parent);
+}
+
+void showWarningMsg(const QString &title, const QString &text, const QString &informativeText,
+                    QWidget *parent)
+{
+    if (parent) {
+        KovaMessageSheet sheet(KovaMessageSheet::Warning, text, informativeText, parent);
+        execSheet(sheet, parent);
+    } else {
+        execBox({QMessageBox::Warning, QMessageBox::Ok, "component.warning_message_box"}, title,
+                text, informativeText);
+    }
+}
+
+int showConfirmMsg(const QString &title, const QString &text, QWidget *parent)
+{
+    return showConfirmMsgCustomBtn(title, text, {}, parent);
+}
+
+int showConfirmMsgCustomBtn(const QString &title, const QString &text,
+                            const MsgBoxCustomBtnText &buttonText, QWidget *parent)
+{
+    if (parent) {
+        KovaMessageSheet sheet(KovaMessageSheet::Question, text, buttonText, parent);
+        return execSheet(sheet, parent);
+    }
+    return execBox({QMessageBox::Question, QMessageBox::Ok | QMessageBox::Cancel,
+                    "component.confirm_message_box"},
+                   title, text, QString(), buttonText);
+}
+
+void showUpgradingMsg(const QString &title, const QString &text, QWidget *parent)
+{
+    if (parent) {
+        KovaMessageSheet sheet(KovaMessageSheet::Upgrade, text, parent);
+        execSheet(sheet, parent);
+    } else {
+        execBox({QMessageBox::Warning, QMessageBox::Ok, "component.upgrading_message_box"}, title,
+                text);
+    }
+}

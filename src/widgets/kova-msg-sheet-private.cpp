@@ -1,0 +1,330 @@
+#include "kova-msg-sheet_p.h"
+
+#include "message-label.h"
+#include "sheet-buttons_p.h"
+
+#include <kovakit-qt/image-manager/image-manager.h>
+#include <kovakit-qt/style/dpi-info.h>
+#include <kovakit-qt/style/style-manager.h>
+#include <kovakit-qt/utils/component-strings.h>
+#include <kovakit-qt/utils/util.h>
+
+#include <QDialogButtonBox>
+#include <QHBoxLayout>
+#include <QKeyEvent>
+#include <QLabel>
+#include <QMovie>
+#include <QProxyStyle>
+#include <QPushButton>
+
+#include <cmath>
+
+namespace {
+
+// Right-aligned buttons with the accept button first, on every platform.
+class DialogButtonBoxStyle : public QProxyStyle
+{
+public:
+    int styleHint(StyleHint hint, const QStyleOption *option, const QWidget *widget,
+                  QStyleHintReturn *returnData) const override
+    {
+        if (hint == QStyle::SH_DialogButtonLayout)
+            return QDialogButtonBox::WinLayout;
+        return baseStyle()->styleHint(hint, option, widget, returnData);
+    }
+};
+
+struct TypeTraits
+{
+    const char *icon;
+    QDialogButtonBox::StandardButtons buttons;
+};
+
+TypeTraits traitsOf(int type)
+{
+    const QDialogButtonBox::StandardButtons both = QDialogButtonBox::Ok | QDialogButtonBox::Discard;
+    switch (type) {
+    case KovaMessageSheet::Processing:
+        return {"app_img", QDialogButtonBox::NoButton};
+    case KovaMessageSheet::Information:
+        return {"icon_information", QDialogButtonBox::Ok};
+    case KovaMessageSheet::Warning:
+        return {"icon_warning", QDialogButtonBox::Ok};
+    case KovaMessageSheet::Question:
+        return {"icon_question", both};
+    case KovaMessageSheet::Upgrade:
+        return {"icon_information", both};
+    case KovaMessageSheet::WarningQuestion:
+        return {"icon_warning", both};
+    default:
+        return {nullptr, QDialogButtonBox::NoButton};
+    }
+}
+
+QString componentString(const char *key)
+{
+    return ComponentStrings::getInstance()->getString(QString::fromLatin1(key));
+}
+
+bool acceptsFocus(const QWidget *widget)
+{
+    return widget->focusPolicy() != Qt::NoFocus;
+}
+
+} // namespace
+
+KovaMessageSheetPrivate::KovaMessageSheetPrivate(KovaMessageSheet *sheet)
+    : QObject(sheet)
+    , q(sheet)
+    , textLabel(new MessageLabel(sheet))
+    , iconLabel(new QLabel(sheet))
+    , buttonBox(new QDialogButtonBox(sheet))
+    , modality(sheet, [sheet] { sheet->quit(); })
+{
+}
+
+void KovaMessageSheetPrivate::initialize(const MsgBoxCustomBtnText &buttonText)
+{
+    setupIcon();
+    setupButtons(buttonText);
+
+    const bool processing =
+        messageType == KovaMessageSheet::Processing || messageType == KovaMessageSheet::Animation;
+    q->setStyleSheet(getStyleSheet(processing ? "component.message_sheet_processing"
+                                              : "component.message_sheet_other",
+                                   false));
+    connect(buttonBox, &QDialogButtonBox::clicked, q, &KovaMessageSheet::buttonClick);
+    auto *boxStyle = new DialogButtonBoxStyle;
+    boxStyle->setParent(buttonBox);
+    buttonBox->setStyle(boxStyle);
+    setupLayout();
+
+    setupTextLabel(textLabel, "component.message_sheet_text");
+    if (informativeLabel)
+        setupTextLabel(informativeLabel, "component.message_sheet_informative_text");
+    for (QAbstractButton *button : buttonBox->buttons())
+        button->installEventFilter(q);
+}
+
+void KovaMessageSheetPrivate::setupIcon()
+{
+    if (const char *icon = traitsOf(messageType).icon)
+        iconLabel->setPixmap(getGlobalImage(icon, ImageManager::Default));
+}
+
+void KovaMessageSheetPrivate::setupButtons(const MsgBoxCustomBtnText &buttonText)
+{
+    const QDialogButtonBox::StandardButtons buttons = traitsOf(messageType).buttons;
+    buttonBox->setStandardButtons(buttons);
+
+    const auto setSize = [](QPushButton *button, int minimumWidth) {
+        button->setFixedHeight(kovaPx(28));
+        button->setMinimumWidth(kovaPx(minimumWidth));
+    };
+    if (buttons & QDialogButtonBox::Ok) {
+        const char *key = messageType == KovaMessageSheet::Upgrade ? "wizard_client_upgrade" : "ok";
+        dressOkButton(buttonBox,
+                      buttonText.okText.isEmpty() ? componentString(key) : buttonText.okText);
+        setSize(buttonBox->button(QDialogButtonBox::Ok), 120);
+    }
+    if (buttons & QDialogButtonBox::Discard) {
+        dressSecondButton(buttonBox, buttonText.cancelText.isEmpty() ? componentString("cancel")
+                                                                     : buttonText.cancelText);
+        setSize(buttonBox->button(QDialogButtonBox::Discard), 80);
+    }
+}
+
+void KovaMessageSheetPrivate::setupTextLabel(MessageLabel *label, const char *styleKey)
+{
+    label->installEventFilter(q);
+    label->setStyleSheet(getStyleSheet(styleKey, false));
+}
+
+void KovaMessageSheetPrivate::setText(const QString &text)
+{
+    textLabel->setText(sheetParagraph(text, 24));
+    textLabel->setWordWrap(true);
+    textLabel->setAlignment(Qt::AlignTop);
+    textLabel->setFocusPolicy(Qt::StrongFocus);
+    textLabel->setTextInteractionFlags(Qt::TextSelectableByMouse | Qt::LinksAccessibleByMouse
+                                       | Qt::LinksAccessibleByKeyboard);
+    textLabel->setOpenExternalLinks(true);
+    textLabel->setSizePolicy(QSizePolicy::Minimum, QSizePolicy::Maximum);
+    setupLayout();
+}
+
+void KovaMessageSheetPrivate::setInformativeText(const QString &text)
+{
+    if (text.isEmpty()) {
+        if (informativeLabel) {
+            informativeLabel->hide();
+            informativeLabel->deleteLater();
+            informativeLabel = nullptr;
+        }
+    } else {
+        if (!informativeLabel) {
+            informativeLabel = new MessageLabel(q);
+            informativeLabel->setTextInteractionFlags(Qt::TextInteractionFlags(
+                q->style()->styleHint(QStyle::SH_MessageBox_TextInteractionFlags, nullptr, q)));
+            informativeLabel->setAlignment(Qt::AlignLeft | Qt::AlignTop);
+            informativeLabel->setOpenExternalLinks(true);
+            informativeLabel->setWordWrap(true);
+            informativeLabel->setFocusPolicy(Qt::StrongFocus);
+            informativeLabel->setSizePolicy(QSizePolicy::Minimum, QSizePolicy::Maximum);
+            setupTextLabel(informativeLabel, "component.message_sheet_informative_text");
+        }
+        informativeLabel->setText(sheetParagraph(text, 20));
+    }
+    setupLayout();
+}
+
+void KovaMessageSheetPrivate::setMovie(const QString &movieFile)
+{
+    // Outlives the sheet only if somebody else shows the movie too.
+    auto *movie = new QMovie(movieFile, QByteArray(), q);
+    const int side = kovaPxRounded(32);
+    movie->setScaledSize(QSize(side, side));
+    iconLabel->setMovie(movie);
+}
+
+void KovaMessageSheetPrivate::setIcon(const QPixmap &pixmap)
+{
+    iconLabel->setPixmap(pixmap);
+    setupLayout();
+}
+
+void KovaMessageSheetPrivate::setIcon(QMessageBox::Icon icon)
+{
+    const QPixmap pixmap = QMessageBox::standardIcon(icon);
+    iconLabel->setPixmap(pixmap.scaled(kovaPxRounded(pixmap.width()),
+                                       kovaPxRounded(pixmap.height()), Qt::KeepAspectRatio,
+                                       Qt::SmoothTransformation));
+}
+
+void KovaMessageSheetPrivate::setupLayout()
+{
+    delete q->layout();
+    auto *main = new QVBoxLayout(q);
+    main->setContentsMargins(kovaPx(20), kovaPx(20), kovaPx(20), kovaPx(10));
+    main->setSpacing(0);
+
+    auto *textColumn = new QVBoxLayout;
+    textColumn->setContentsMargins(0, 0, 0, 0);
+    textColumn->setSpacing(0);
+    textColumn->addWidget(textLabel);
+    if (informativeLabel) {
+        textColumn->addSpacing(kovaPx(6));
+        textColumn->addWidget(informativeLabel);
+    }
+
+    auto *row = new QHBoxLayout;
+    row->setContentsMargins(0, 0, 0, 0);
+    row->setSpacing(0);
+    const bool hasIcon = !iconLabel->pixmap(Qt::ReturnByValue).isNull() || iconLabel->movie();
+    iconLabel->setSizePolicy(QSizePolicy::Maximum, QSizePolicy::Maximum);
+    iconLabel->setVisible(hasIcon);
+    if (hasIcon) {
+        row->addWidget(iconLabel, 0, Qt::AlignTop);
+        row->addSpacing(kovaPx(20));
+    }
+    row->addLayout(textColumn);
+
+    main->addLayout(row);
+    if (!buttonBox->buttons().isEmpty()) {
+        main->addSpacing(kovaPx(20));
+        main->addWidget(buttonBox);
+    }
+
+    q->setSizePolicy(QSizePolicy::Fixed, QSizePolicy::Maximum);
+    q->setFixedWidth(kovaPx(getPreferredWidth()));
+    q->updateGeometry();
+    q->adjustSize();
+}
+
+int KovaMessageSheetPrivate::getPreferredWidth() const
+{
+    constexpr double widest = 540;
+    const QWidget *parent = q->parentWidget();
+    const double available = parent ? parent->width() / DPIinfo::getInstance()->getDPI() : 0;
+    if (!parent || available - 40 > widest)
+        return int(widest);
+    // At this very width the sheet is narrower than the rule around it says; hosts rely on it.
+    if (qFuzzyCompare(available, widest))
+        return 480;
+    return int(std::max(0.0, available - 40));
+}
+
+void KovaMessageSheetPrivate::show(bool blockCloseButton)
+{
+    q->show();
+    modality.begin(blockCloseButton);
+}
+
+void KovaMessageSheetPrivate::startMovie()
+{
+    QMovie *movie = iconLabel->movie();
+    if (messageType == KovaMessageSheet::Animation && movie && movie->isValid())
+        movie->start();
+}
+
+void KovaMessageSheetPrivate::rebuildFocusList()
+{
+    buttonBox->setFocusPolicy(Qt::NoFocus);
+    for (QAbstractButton *button : buttonBox->buttons())
+        button->setFocusPolicy(Qt::StrongFocus);
+    focusList = accessibleList(q, AccessibleFilter({q}, Qt::NoFocus));
+    markFirstFocusWidget();
+    markLastFocusWidget();
+}
+
+void KovaMessageSheetPrivate::markFirstFocusWidget()
+{
+    const auto found = std::find_if(focusList.cbegin(), focusList.cend(), acceptsFocus);
+    firstFocusWidget = found != focusList.cend() ? *found : nullptr;
+}
+
+void KovaMessageSheetPrivate::markLastFocusWidget()
+{
+    const auto found = std::find_if(focusList.crbegin(), focusList.crend(), acceptsFocus);
+    lastFocusWidget = found != focusList.crend() ? *found : nullptr;
+}
+
+bool KovaMessageSheetPrivate::handleKey(QObject *watched, QKeyEvent *event)
+{
+    switch (event->key()) {
+    case Qt::Key_Escape:
+        if (QPushButton *second = buttonBox->button(QDialogButtonBox::Discard))
+            second->click();
+        break;
+    case Qt::Key_Return:
+    case Qt::Key_Enter:
+    case Qt::Key_Space:
+        modality.pressFocusedButton(buttonBox->button(QDialogButtonBox::Ok));
+        break;
+    case Qt::Key_Tab:
+    case Qt::Key_Backtab:
+        restrictedFocus(watched, event);
+        break;
+    default:
+        modality.pressMnemonic(event);
+        break;
+    }
+    return true;
+}
+
+void KovaMessageSheetPrivate::restrictedFocus(QObject *watched, QKeyEvent *event)
+{
+    auto *widget = qobject_cast<QWidget *>(watched);
+    if (!widget)
+        return;
+    const bool forward = event->key() == Qt::Key_Tab;
+    do {
+        widget = forward ? widget->nextInFocusChain() : widget->previousInFocusChain();
+    } while (widget != watched && !acceptsFocus(widget));
+
+    QWidget *target = widget;
+    if (!focusList.contains(widget))
+        target = forward ? firstFocusWidget : lastFocusWidget;
+    if (target)
+        target->setFocus(Qt::TabFocusReason);
+}

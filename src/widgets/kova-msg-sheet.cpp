@@ -1,0 +1,148 @@
+#include "kova-msg-sheet_p.h"
+
+#include "message-label.h"
+
+#include <QDialogButtonBox>
+#include <QEvent>
+#include <QKeyEvent>
+#include <QPushButton>
+
+KovaMessageSheet::KovaMessageSheet(MessageType type, QWidget *parent)
+    : KovaSheet(parent)
+    , d(new KovaMessageSheetPrivate(this))
+{
+    d->messageType = type;
+    d->initialize();
+}
+
+KovaMessageSheet::KovaMessageSheet(MessageType type, const QString &text, QWidget *parent)
+    : KovaMessageSheet(type, parent)
+{
+    setText(text);
+}
+
+KovaMessageSheet::KovaMessageSheet(MessageType type, const QString &text,
+                                   const QString &informativeText, QWidget *parent)
+    : KovaMessageSheet(type, text, parent)
+{
+    setInformativeText(informativeText);
+}
+
+KovaMessageSheet::KovaMessageSheet(MessageType type, const QString &text,
+                                   const MsgBoxCustomBtnText &buttonText, QWidget *parent)
+    : KovaSheet(parent)
+    , d(new KovaMessageSheetPrivate(this))
+{
+    d->messageType = type;
+    d->initialize(buttonText);
+    setText(text);
+}
+
+KovaMessageSheet::KovaMessageSheet(const QString &text, const QString &movieFile, QWidget *parent)
+    : KovaMessageSheet(Animation, parent)
+{
+    d->setMovie(movieFile);
+    setText(text);
+}
+
+// The modality has to be undone while the sheet is still a sheet.
+KovaMessageSheet::~KovaMessageSheet()
+{
+    delete d;
+}
+
+void KovaMessageSheet::setText(const QString &text)
+{
+    d->setText(text);
+}
+
+void KovaMessageSheet::setInformativeText(const QString &text)
+{
+    d->setInformativeText(text);
+}
+
+void KovaMessageSheet::setIcon(const QPixmap &pixmap)
+{
+    d->setIcon(pixmap);
+}
+
+void KovaMessageSheet::setMessageType(MessageType type)
+{
+    d->messageType = type;
+    d->initialize();
+}
+
+QAbstractButton *KovaMessageSheet::button(QMessageBox::StandardButton which) const
+{
+    return d->buttonBox->button(QDialogButtonBox::StandardButton(which));
+}
+
+void KovaMessageSheet::setDefaultButton(QPushButton *button)
+{
+    if (button)
+        button->setDefault(true);
+}
+
+void KovaMessageSheet::setBlockWindowButton(bool block)
+{
+    blockWindowButton = block;
+}
+
+int KovaMessageSheet::exec()
+{
+    d->show(blockWindowButton);
+    d->textLabel->setFocus(Qt::TabFocusReason);
+    d->startMovie();
+    return d->modality.exec();
+}
+
+void KovaMessageSheet::showSheet()
+{
+    d->show(false);
+}
+
+void KovaMessageSheet::showSheetWithBlock()
+{
+    d->show(blockWindowButton);
+}
+
+void KovaMessageSheet::done(int ret)
+{
+    const QPointer<KovaMessageSheet> self(this);
+    d->modality.end(ret);
+    hide();
+    if (self)
+        Q_EMIT finished(ret);
+}
+
+void KovaMessageSheet::quit()
+{
+    done(0);
+}
+
+void KovaMessageSheet::buttonClick(QAbstractButton *which)
+{
+    done(d->buttonBox->standardButton(which));
+}
+
+void KovaMessageSheet::showEvent(QShowEvent *event)
+{
+    d->rebuildFocusList();
+    KovaSheet::showEvent(event);
+}
+
+bool KovaMessageSheet::focusNextPrevChild(bool next)
+{
+    return d->modality.moveFocus(next);
+}
+
+bool KovaMessageSheet::eventFilter(QObject *watched, QEvent *event)
+{
+    if (blockWindowButton && event->type() == QEvent::Close) {
+        event->ignore();
+        return true;
+    }
+    if (event->type() != QEvent::KeyPress || watched != window() || !isVisible())
+        return false;
+    return d->handleKey(watched, static_cast<QKeyEvent *>(event));
+}

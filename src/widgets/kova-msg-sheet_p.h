@@ -1,0 +1,49 @@
+#pragma once
+
+#include "kova-msg-sheet.h"
+#include "sheet-modality_p.h"
+
+class MessageLabel;
+class QDialogButtonBox;
+class QKeyEvent;
+class QLabel;
+
+// Builds and lays out the widgets of a message sheet.
+class KovaMessageSheetPrivate : public QObject
+{
+public:
+    explicit KovaMessageSheetPrivate(KovaMessageSheet *sheet);
+
+    void initialize(const MsgBoxCustomBtnText &buttonText = {});
+    void setText(const QString &text);
+    void setInformativeText(const QString &text);
+    void setMovie(const QString &movieFile);
+    void setIcon(const QPixmap &pixmap);
+    void setIcon(QMessageBox::Icon icon);
+    void setupLayout();
+    [[nodiscard]] int getPreferredWidth() const;
+
+    void show(bool blockCloseButton);
+    void startMovie();
+    void rebuildFocusList();
+    bool handleKey(QObject *watched, QKeyEvent *event);
+    void restrictedFocus(QObject *watched, QKeyEvent *event);
+
+    KovaMessageSheet *q;
+    MessageLabel *textLabel;
+    MessageLabel *informativeLabel = nullptr;
+    QLabel *iconLabel;
+    int messageType = KovaMessageSheet::Processing;
+    QDialogButtonBox *buttonBox;
+    SheetModality modality;
+    QList<QWidget *> focusList;
+    QWidget *firstFocusWidget = nullptr;
+    QWidget *lastFocusWidget = nullptr;
+
+private:
+    void setupIcon();
+    void setupButtons(const MsgBoxCustomBtnText &buttonText);
+    void setupTextLabel(MessageLabel *label, const char *styleKey);
+    void markFirstFocusWidget();
+    void markLastFocusWidget();
+};

@@ -1,0 +1,13 @@
+#include "message-label.h"
+
+MessageLabel::MessageLabel(QWidget *parent)
+    : QLabel(parent)
+{
+}
+
+void MessageLabel::resizeEvent(QResizeEvent *)
+{
+    const int height = heightForWidth(width());
+    if (height >= 0)
+        setFixedHeight(height);
+}

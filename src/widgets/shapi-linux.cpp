@@ -1,0 +1,102 @@
+#include "shapi-linux.h"
+
+#include <QGuiApplication>
+#include <QWidget>
+#include <QWindow>
+
+#include <cstdint>
+#include <cstdlib>
+#include <cstring>
+#include <memory>
+
+// Last, because Xlib's macros (None, Bool, Status ...) take names that Qt uses.
+#include <X11/Xlib-xcb.h>
+#include <X11/Xlib.h>
+#include <xcb/xcb.h>
+
+namespace {
+
+// The Motif hints as the window managers of this platform have always been told them: words of 64
+// bits here, of which the first twenty bytes travel as five items of 32. The items that a record
+// puts on the wire are therefore the two halves of its first two words and the low half of its
+// third, and what is read into a record is written back unchanged.
+struct MotifHints
+{
+    std::uint64_t flags = 0;
+    std::uint64_t functions = 1;
+    std::uint64_t decorations = 1;
+    std::uint64_t inputMode = 0;
+    std::uint64_t status = 0;
+};
+
+constexpr std::uint32_t wireItems = 5;
+constexpr std::uint32_t wireUnits = 20;
+constexpr std::uint8_t wireFormat = 32;
+
+struct FreeDeleter
+{
+    void operator()(void *pointer) const { std::free(pointer); }
+};
+
+// A connection of its own keeps these requests out of Qt's event queue. It stays open until the
+// next call: requests that are flushed but not yet handled would be lost with it.
+Display *openDisplay()
+{
+    static Display *previous = nullptr;
+    if (previous)
+        XCloseDisplay(previous);
+    previous = XOpenDisplay(nullptr);
+    return previous;
+}
+
+MotifHints readHints(xcb_connection_t *connection, xcb_window_t window, xcb_atom_t atom)
+{
+    const auto cookie = xcb_get_property_unchecked(connection, 0, window, atom, atom, 0, wireUnits);
+    const std::unique_ptr<xcb_get_property_reply_t, FreeDeleter> reply(
+        xcb_get_property_reply(connection, cookie, nullptr));
+
+    MotifHints hints;
+    if (reply && reply->format == wireFormat && reply->type == atom) {
+        // Any client may have set a shorter value; what it lacks reads as zero.
+        const auto available = std::size_t(xcb_get_property_value_length(reply.get()));
+        hints = {0, 0, 0, 0, 0};
+        std::memcpy(&hints, xcb_get_property_value(reply.get()), qMin(sizeof hints, available));
+    }
+    return hints;
+}
+
+} // namespace
+
+void SHAPISetCloseButtonOfWindowEnable(QWidget *widget, bool enable, void **saved)
+{
+    if (!widget || !saved || QGuiApplication::platformName() != QLatin1String("xcb"))
+        return;
+    QWindow *handle = widget->window()->windowHandle();
+    if (!handle)
+        return;
+    const auto window = xcb_window_t(handle->winId());
+
+    Display *display = openDisplay();
+    if (!display)
+        return;
+    xcb_connection_t *connection = XGetXCBConnection(display);
+    XSetEventQueueOwner(display, XCBOwnsEventQueue);
+    const auto atom = xcb_atom_t(XInternAtom(display, "_MOTIF_WM_HINTS", False));
+
+    MotifHints hints = readHints(connection, window, atom);
+    if (!enable) {
+        *saved = new MotifHints(hints);
+        hints.flags = 1;
+        hints.functions = 6;
+        hints.decorations = 0;
+    } else {
+        if (!*saved)
+            return;
+        const std::unique_ptr<MotifHints> previous(static_cast<MotifHints *>(*saved));
+        *saved = nullptr;
+        hints = *previous;
+    }
+    xcb_change_property(connection, XCB_PROP_MODE_REPLACE, window, atom, atom, wireFormat,
+                        wireItems, &hints);
+    xcb_flush(connection);
+}

@@ -1,0 +1,58 @@
+#include "test-host.h"
+
+#include <kovakit-qt/kovakit-qt.h>
+
+#include <QDir>
+#include <QFile>
+#include <QFileInfo>
+#include <QJsonDocument>
+#include <QJsonObject>
+#include <QTemporaryDir>
+
+#include <vector>
+
+QString themeFolder()
+{
+    return QStringLiteral(KOVAKIT_THEME_DIR);
+}
+
+QString scratchFolder()
+{
+    static const QTemporaryDir folder;
+    return folder.path();
+}
+
+QString writeScratchFile(const QString &name, const QByteArray &content)
+{
+    const QString path = scratchFolder() + QLatin1Char('/') + name;
+    QDir().mkpath(QFileInfo(path).path());
+    QFile file(path);
+    if (!file.open(QIODevice::WriteOnly) || file.write(content) != content.size())
+        qFatal("cannot write %s", qPrintable(path));
+    return path;
+}
+
+void setUpHost()
+{
+    UIPathManager *paths = UIPathManager::getInstance();
+    paths->setPath(QStringLiteral("resource_path"), themeFolder());
+    paths->setPath(QStringLiteral("user_data_path"), scratchFolder() + QLatin1String("/user"));
+
+    QFile stringFile(themeFolder() + QLatin1String("/strings/enu.json"));
+    if (!stringFile.open(QIODevice::ReadOnly))
+        qFatal("the house theme has no English strings");
+    const QJsonObject table = QJsonDocument::fromJson(stringFile.readAll()).object();
+    QMap<QString, QString> strings;
+    for (auto it = table.begin(); it != table.end(); ++it)
+        strings.insert(it.key(), it.value().toString());
+    ComponentStrings::getInstance()->installStrings(strings);
+
+    ImageManager::getInstance()->initialize(ImageManager::LazyLoad);
+
+    std::vector<QString> files;
+    const QFileInfoList styles =
+        QDir(themeFolder() + QLatin1String("/styles")).entryInfoList({QStringLiteral("*.qss")});
+    for (const QFileInfo &style : styles)
+        files.push_back(style.filePath());
+    StyleManager::getInstance()->initialize(files);
+}

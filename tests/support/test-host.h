@@ -1,0 +1,16 @@
+#pragma once
+
+#include <QString>
+
+// A host that has started up in the ordinary order with the house theme: paths, English strings,
+// pictures, style files. Call it once, in initTestCase().
+void setUpHost();
+
+// The folder of the built house theme.
+QString themeFolder();
+
+// A folder that is removed with its contents when the test ends.
+QString scratchFolder();
+
+// Writes a file below scratchFolder() and returns its path; makes missing folders.
+QString writeScratchFile(const QString &name, const QByteArray &content);

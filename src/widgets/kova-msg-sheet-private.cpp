@@ -142,7 +142,7 @@ void KovaMessageSheetPrivate::setupTextLabel(MessageLabel *label, const char *st
 
 void KovaMessageSheetPrivate::setText(const QString &text)
 {
-    textLabel->setText(sheetParagraph(text, 24));
+    textLabel->setMessage(sheetParagraph(text, 24));
     textLabel->setWordWrap(true);
     textLabel->setAlignment(Qt::AlignTop);
     textLabel->setFocusPolicy(Qt::StrongFocus);
@@ -173,7 +173,7 @@ void KovaMessageSheetPrivate::setInformativeText(const QString &text)
             informativeLabel->setSizePolicy(QSizePolicy::Minimum, QSizePolicy::Maximum);
             setupTextLabel(informativeLabel, "component.message_sheet_informative_text");
         }
-        informativeLabel->setText(sheetParagraph(text, 20));
+        informativeLabel->setMessage(sheetParagraph(text, 20));
     }
     setupLayout();
 }

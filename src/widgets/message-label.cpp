@@ -5,6 +5,13 @@ MessageLabel::MessageLabel(QWidget *parent)
 {
 }
 
+void MessageLabel::setMessage(const QString &text)
+{
+    setMinimumHeight(0);
+    setMaximumHeight(QWIDGETSIZE_MAX);
+    setText(text);
+}
+
 void MessageLabel::resizeEvent(QResizeEvent *)
 {
     const int height = heightForWidth(width());

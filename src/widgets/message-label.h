@@ -18,6 +18,9 @@ public:
     /** An empty label; @p parent owns it. */
     explicit MessageLabel(QWidget *parent = nullptr);
 
+    /** Shows @p text and lets go of the height of the text before. */
+    void setMessage(const QString &text);
+
 protected:
     /** Fixes the height for the new width. A label that does not wrap keeps its height. */
     void resizeEvent(QResizeEvent *event) override;

@@ -31,7 +31,8 @@ Palette::Palette(const QString &fileName)
     const QJsonObject roles = root.value(QStringLiteral("pictures")).toObject();
     for (auto role = roles.begin(); role != roles.end(); ++role) {
         QStringList stateColors;
-        for (const QJsonValue &name : role.value().toArray()) {
+        const QJsonArray names = role.value().toArray();
+        for (const auto &name : names) {
             const QString color = m_colors.value(name.toString());
             if (color.isEmpty())
                 m_error = QStringLiteral("role %1 uses an unknown color").arg(role.key());

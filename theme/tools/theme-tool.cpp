@@ -94,7 +94,7 @@ int main(int argc, char **argv)
 {
     const QCoreApplication application(argc, argv);
     QTextStream errors(stderr);
-    QStringList arguments = QCoreApplication::arguments().mid(1);
+    const QStringList arguments = QCoreApplication::arguments().mid(1);
 
     bool (*convert)(Palette &, const QFileInfo &, const QString &) = nullptr;
     const QString what = arguments.value(0);
@@ -110,9 +110,13 @@ int main(int argc, char **argv)
     }
 
     Palette palette(arguments.at(1));
-    const QString folder = arguments.at(2);
-    if (!palette.error().isEmpty() || !QDir().mkpath(folder)) {
-        errors << palette.error() << " cannot write to " << folder << '\n';
+    const QString &folder = arguments.at(2);
+    if (!palette.error().isEmpty()) {
+        errors << palette.error() << '\n';
+        return 1;
+    }
+    if (!QDir().mkpath(folder)) {
+        errors << "cannot create " << folder << '\n';
         return 1;
     }
     for (const QString &source : arguments.mid(3)) {

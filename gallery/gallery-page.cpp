@@ -1,0 +1,35 @@
+#include "gallery-page.h"
+
+#include <kovakit-qt/style/dpi-info.h>
+
+#include <QVBoxLayout>
+
+GalleryPage::GalleryPage()
+    : m_column(new QVBoxLayout)
+{
+    auto *layout = new QVBoxLayout(this);
+    layout->setContentsMargins(kovaPx(24), kovaPx(4), kovaPx(24), kovaPx(16));
+    m_column->setSpacing(kovaPx(16));
+    layout->addLayout(m_column);
+    layout->addStretch(1);
+}
+
+void GalleryPage::add(QWidget *widget)
+{
+    m_column->addWidget(widget);
+}
+
+void GalleryPage::addSideBySide(std::initializer_list<QWidget *> widgets)
+{
+    auto *row = new QHBoxLayout;
+    row->setSpacing(kovaPx(16));
+    for (QWidget *widget : widgets)
+        row->addWidget(widget, 1);
+    m_column->addLayout(row);
+}
+
+void GalleryPage::addScene(const QString &name, std::function<void()> open,
+                           std::function<bool()> ready)
+{
+    m_scenes.push_back({name, std::move(open), std::move(ready)});
+}

@@ -1,0 +1,154 @@
+#include "gallery-window.h"
+
+#include "gallery-page.h"
+#include "page-registry.h"
+#include "page-widgets.h"
+
+#include <kovakit-qt/style/dpi-info.h>
+#include <kovakit-qt/style/style-manager.h>
+
+#include <QListWidget>
+#include <QScrollArea>
+#include <QStackedWidget>
+#include <QVBoxLayout>
+
+GalleryWindow::GalleryWindow(const QString &language)
+    : m_list(new QListWidget)
+    , m_stack(new QStackedWidget)
+    , m_report(new QLabel)
+{
+    setWindowTitle(QStringLiteral("KovaKit gallery"));
+    setAttribute(Qt::WA_StyledBackground);
+    setStyleSheet(getStyleSheet("gallery.window", false) + getStyleSheet("theme.window", false));
+
+    auto *layout = new QHBoxLayout(this);
+    layout->setContentsMargins(0, 0, 0, 0);
+    layout->setSpacing(0);
+    layout->addWidget(makeNavigation(language));
+    layout->addWidget(makeContent(), 1);
+
+    for (const PageEntry &entry : pageRegistry()) {
+        m_list->addItem(entry.title);
+        m_stack->addWidget(new QWidget);
+    }
+    connect(m_list, &QListWidget::currentRowChanged, this, &GalleryWindow::showPage);
+    m_list->setCurrentRow(0);
+    setMinimumSize(kovaPx(640), kovaPx(400));
+}
+
+QSize GalleryWindow::designSize()
+{
+    return {kovaPx(960), kovaPx(680)};
+}
+
+QWidget *GalleryWindow::makeNavigation(const QString &language)
+{
+    auto *column = new QFrame;
+    setStyleKey(column, "gallery.navigation");
+    column->setFixedWidth(kovaPx(208));
+    auto *layout = new QVBoxLayout(column);
+    layout->setContentsMargins(kovaPx(12), kovaPx(16), kovaPx(12), kovaPx(12));
+    layout->setSpacing(kovaPx(10));
+
+    auto *name = new QLabel(QStringLiteral("KovaKit"));
+    setStyleKey(name, "gallery.product_name");
+    layout->addWidget(name);
+
+    setStyleKey(m_list, "gallery.page_list");
+    m_list->setAccessibleName(QStringLiteral("Pages"));
+    m_list->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
+    layout->addWidget(m_list, 1);
+
+    layout->addWidget(makeRowLabel(QStringLiteral("Scale %1, language %2")
+                                       .arg(DPIinfo::getInstance()->getDPI(), 0, 'g', 3)
+                                       .arg(language)));
+    return column;
+}
+
+QWidget *GalleryWindow::makeContent()
+{
+    auto *content = new QWidget;
+    auto *layout = new QVBoxLayout(content);
+    layout->setContentsMargins(0, 0, 0, 0);
+    layout->setSpacing(0);
+    layout->addWidget(m_stack, 1);
+
+    setStyleKey(m_report, "gallery.report");
+    m_report->setIndent(0);
+    m_report->setWordWrap(true);
+    m_report->setTextInteractionFlags(Qt::TextSelectableByMouse);
+    layout->addWidget(m_report);
+    showReport(QString());
+    return content;
+}
+
+QWidget *GalleryWindow::makePageFrame(int index)
+{
+    const PageEntry &entry = pageRegistry()[std::size_t(index)];
+    auto *frame = new QWidget;
+    auto *layout = new QVBoxLayout(frame);
+    layout->setContentsMargins(0, 0, 0, 0);
+    layout->setSpacing(0);
+
+    auto *heading = new QVBoxLayout;
+    heading->setContentsMargins(kovaPx(24), kovaPx(16), kovaPx(24), kovaPx(8));
+    heading->setSpacing(kovaPx(2));
+    auto *title = new QLabel(entry.title);
+    setStyleKey(title, "gallery.page_title");
+    heading->addWidget(title);
+    heading->addWidget(makeCaption(entry.summary));
+    layout->addLayout(heading);
+
+    GalleryPage *page = entry.create();
+    connect(page, &GalleryPage::reported, this, &GalleryWindow::showReport);
+    auto *area = new QScrollArea;
+    area->setStyleSheet(getStyleSheet("gallery.scroll_area", false)
+                        + getStyleSheet("component.scrollbar", false));
+    area->setFocusPolicy(Qt::NoFocus);
+    area->setWidgetResizable(true);
+    area->setWidget(page);
+    // A scroll area fills both of them with the grey of the style.
+    area->viewport()->setAutoFillBackground(false);
+    page->setAutoFillBackground(false);
+    layout->addWidget(area, 1);
+    return frame;
+}
+
+GalleryPage *GalleryWindow::showPage(int index)
+{
+    if (index < 0 || index >= m_stack->count())
+        return nullptr;
+    auto *page = m_stack->widget(index)->findChild<GalleryPage *>();
+    if (!page) {
+        QWidget *placeholder = m_stack->widget(index);
+        m_stack->removeWidget(placeholder);
+        delete placeholder;
+        m_stack->insertWidget(index, makePageFrame(index));
+        page = m_stack->widget(index)->findChild<GalleryPage *>();
+    }
+    if (m_stack->currentIndex() != index)
+        showReport(QString());
+    m_stack->setCurrentIndex(index);
+    m_list->setCurrentRow(index);
+    return page;
+}
+
+void GalleryWindow::showPageNamed(const QString &name)
+{
+    const std::vector<PageEntry> &pages = pageRegistry();
+    for (std::size_t index = 0; index < pages.size(); ++index) {
+        if (pages[index].name == name)
+            showPage(int(index));
+    }
+}
+
+QString GalleryWindow::reportText() const
+{
+    return m_report->text();
+}
+
+void GalleryWindow::showReport(const QString &text)
+{
+    m_report->setText(text.isEmpty() ? QStringLiteral("What you do on this page is told here.")
+                                     : text);
+}

@@ -1,0 +1,110 @@
+#include "environment.h"
+#include "gallery-window.h"
+#include "host-startup.h"
+#include "languages.h"
+#include "options.h"
+#include "screenshots.h"
+
+#include <kovakit-qt/style/dpi-info.h>
+
+#include <QApplication>
+#include <QLocale>
+#include <QScreen>
+#include <QTemporaryDir>
+#include <QTimer>
+
+#include <clocale>
+#include <cstdio>
+
+namespace {
+
+constexpr int failed = 1;
+constexpr int badUsage = 2;
+
+int complain(const QString &text, int exitCode)
+{
+    std::fprintf(stderr, "kovakit-gallery: %s\n", qPrintable(text));
+    return exitCode;
+}
+
+// The desktop's family, at the size for which the theme is drawn.
+void chooseFont()
+{
+    QFont font = QApplication::font();
+    font.setPixelSize(kovaPx(13));
+    QApplication::setFont(font);
+}
+
+int runScreenshots(GalleryWindow *window, const QString &folder)
+{
+    QString error;
+    QTimer::singleShot(0, window, [&] {
+        error = takeScreenshots(window, folder);
+        QApplication::exit();
+    });
+    QApplication::exec();
+    if (!error.isEmpty())
+        return complain(error, failed);
+    std::printf("The pictures are in %s\n", qPrintable(folder));
+    return 0;
+}
+
+int runWindow(GalleryWindow *window)
+{
+    window->resize(
+        GalleryWindow::designSize().boundedTo(QApplication::primaryScreen()->availableSize()));
+    window->show();
+    return QApplication::exec();
+}
+
+} // namespace
+
+int main(int argc, char **argv)
+{
+    std::setlocale(LC_ALL, "");
+    QStringList arguments;
+    for (int i = 0; i < argc; ++i)
+        arguments.append(QString::fromLocal8Bit(argv[i]));
+
+    GalleryOptions options;
+    const QString mistake = parseOptions(arguments, &options);
+    if (!mistake.isEmpty())
+        return complain(mistake + QLatin1String("\nTry --help."), badUsage);
+    if (options.help) {
+        std::fputs(qPrintable(helpText()), stdout);
+        return 0;
+    }
+    ensureEnvironment(options, argv);
+    if (!hasDisplay()) {
+        return complain(QStringLiteral("There is no display to open a window on (DISPLAY is not "
+                                       "set). Use --screenshots DIR to get pictures instead."),
+                        failed);
+    }
+
+    QApplication app(argc, argv);
+    app.setApplicationName(QStringLiteral("kovakit-gallery"));
+    const QString language = options.language.isEmpty() ? QStringLiteral("enu") : options.language;
+    QLocale::setDefault(QLocale(localeName(language)));
+    chooseFont();
+
+    // A folder of its own: galleries with different scales may run side by side.
+    const QTemporaryDir userData;
+    HostSettings settings;
+    settings.themeFolder = options.theme.isEmpty() ? houseThemeFolder() : options.theme;
+    settings.userDataFolder = userData.path();
+    settings.language = language;
+    settings.styleFiles = QStringList{QStringLiteral(":/gallery/gallery.qss")};
+    if (settings.themeFolder.isEmpty()) {
+        return complain(QStringLiteral("The house theme is not where it should be beside the "
+                                       "program. Use --theme DIR."),
+                        failed);
+    }
+    const QString obstacle = startUpHost(settings);
+    if (!obstacle.isEmpty())
+        return complain(obstacle, badUsage);
+
+    GalleryWindow window(language);
+    window.showPageNamed(options.page);
+    return options.screenshots.isEmpty() ? runWindow(&window)
+                                         : runScreenshots(&window, options.screenshots);
+}

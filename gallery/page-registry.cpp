@@ -1,0 +1,37 @@
+#include "page-registry.h"
+
+#include "pages/buttons-page.h"
+#include "pages/checks-page.h"
+#include "pages/icon-buttons-page.h"
+#include "pages/message-boxes-page.h"
+#include "pages/sheets-page.h"
+
+namespace {
+
+template<class Page>
+GalleryPage *makePage()
+{
+    return new Page;
+}
+
+} // namespace
+
+const std::vector<PageEntry> &pageRegistry()
+{
+    static const std::vector<PageEntry> pages = {
+        {QStringLiteral("buttons"), QStringLiteral("Buttons"),
+         QStringLiteral("Push buttons in the six looks of the house."), makePage<ButtonsPage>},
+        {QStringLiteral("icon-buttons"), QStringLiteral("Icon buttons"),
+         QStringLiteral("Pictures to press, with a picture for each state."),
+         makePage<IconButtonsPage>},
+        {QStringLiteral("checks"), QStringLiteral("Checks and choices"),
+         QStringLiteral("Check boxes and radio buttons."), makePage<ChecksPage>},
+        {QStringLiteral("sheets"), QStringLiteral("Message sheets"),
+         QStringLiteral("Messages and questions inside the window they belong to."),
+         makePage<SheetsPage>},
+        {QStringLiteral("message-boxes"), QStringLiteral("Message boxes"),
+         QStringLiteral("The same in one call, in a window or without one."),
+         makePage<MessageBoxesPage>},
+    };
+    return pages;
+}

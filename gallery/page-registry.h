@@ -1,0 +1,19 @@
+#pragma once
+
+#include <QString>
+
+#include <vector>
+
+class GalleryPage;
+
+// A page of the gallery, made when it is first visited.
+struct PageEntry
+{
+    QString name; // for --page and for the names of pictures
+    QString title;
+    QString summary; // one sentence under the title
+    GalleryPage *(*create)();
+};
+
+// All pages, in the order in which they are listed.
+[[nodiscard]] const std::vector<PageEntry> &pageRegistry();

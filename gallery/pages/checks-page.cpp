@@ -1,0 +1,161 @@
+#include "checks-page.h"
+
+#include "page-widgets.h"
+#include "pinned-state.h"
+
+#include <kovakit-qt/style/dpi-info.h>
+#include <kovakit-qt/widgets/kova-check-box.h>
+#include <kovakit-qt/widgets/kova-radio-button.h>
+
+#include <QGridLayout>
+
+#include <algorithm>
+
+namespace {
+
+using PinnedCheckBox = PinnedState<KovaCheckBox, QStyleOptionButton, QStyle::CE_CheckBox>;
+using PinnedRadioButton = PinnedState<KovaRadioButton, QStyleOptionButton, QStyle::CE_RadioButton>;
+
+struct Look
+{
+    QString name;
+    QStyle::State added;
+    bool enabled;
+};
+
+const std::vector<Look> &looks()
+{
+    static const std::vector<Look> all = {
+        {QStringLiteral("At rest"), QStyle::State_None, true},
+        {QStringLiteral("Under the pointer"), QStyle::State_MouseOver, true},
+        {QStringLiteral("Pressed"), QStyle::State_MouseOver | QStyle::State_Sunken, true},
+        {QStringLiteral("With the focus"), QStyle::State_HasFocus, true},
+        {QStringLiteral("Switched off"), QStyle::State_None, false},
+    };
+    return all;
+}
+
+void addCheckBoxes(QGridLayout *grid, const QString &text, Qt::CheckState state)
+{
+    const int row = grid->rowCount();
+    int column = 0;
+    for (const Look &look : looks()) {
+        auto *box = new PinnedCheckBox(look.added, text);
+        box->setTristate(state == Qt::PartiallyChecked);
+        box->setCheckState(state);
+        box->setEnabled(look.enabled);
+        grid->addWidget(box, row, column++);
+    }
+}
+
+void addRadioButtons(QGridLayout *grid, const QString &text, bool checked)
+{
+    const int row = grid->rowCount();
+    int column = 0;
+    for (const Look &look : looks()) {
+        auto *button = new PinnedRadioButton(look.added, text);
+        button->setAutoExclusive(false);
+        button->setChecked(checked);
+        button->setEnabled(look.enabled);
+        grid->addWidget(button, row, column++);
+    }
+}
+
+} // namespace
+
+ChecksPage::ChecksPage()
+{
+    addSideBySide({makeFolders(), makeSchedule()});
+    add(makeStates());
+}
+
+QWidget *ChecksPage::makeFolders()
+{
+    auto *card = new Card(QStringLiteral("Folders to back up"),
+                          QStringLiteral("The first box stands for all the others."));
+    auto *all = new KovaCheckBox(QStringLiteral("Everything in my home folder"));
+    all->setTristate(true);
+    const QList<QCheckBox *> folders = {
+        makeFolder(QStringLiteral("Documents"), true),
+        makeFolder(QStringLiteral("Pictures"), true),
+        makeFolder(QStringLiteral("Downloads"), false),
+    };
+    auto *network = new KovaCheckBox(QStringLiteral("Network drive (not connected)"));
+    network->setEnabled(false);
+
+    const auto count = [folders] {
+        return int(std::count_if(folders.begin(), folders.end(),
+                                 [](const QCheckBox *box) { return box->isChecked(); }));
+    };
+    const auto followFolders = [this, all, folders, count] {
+        const int chosen = count();
+        all->setCheckState(chosen == 0                ? Qt::Unchecked
+                           : chosen == folders.size() ? Qt::Checked
+                                                      : Qt::PartiallyChecked);
+        report(QStringLiteral("%1 of %2 folders are backed up.").arg(chosen).arg(folders.size()));
+    };
+    followFolders();
+    connect(all, &QCheckBox::clicked, this, [folders, followFolders, count] {
+        const bool choose = count() < folders.size();
+        for (QCheckBox *box : folders)
+            box->setChecked(choose);
+        followFolders();
+    });
+
+    card->add(all);
+    auto *indented = new QVBoxLayout;
+    indented->setContentsMargins(kovaPx(24), 0, 0, 0);
+    for (QCheckBox *box : folders) {
+        connect(box, &QCheckBox::clicked, this, followFolders);
+        indented->addWidget(box);
+    }
+    indented->addWidget(network);
+    card->add(indented);
+    return card;
+}
+
+QCheckBox *ChecksPage::makeFolder(const QString &text, bool checked)
+{
+    auto *box = new KovaCheckBox(text);
+    box->setChecked(checked);
+    return box;
+}
+
+QWidget *ChecksPage::makeSchedule()
+{
+    auto *card =
+        new Card(QStringLiteral("When to back up"), QStringLiteral("One of them, always."));
+    const QStringList choices = {
+        QStringLiteral("As soon as something changes"), QStringLiteral("Every evening at 22:00"),
+        QStringLiteral("On Sundays"), QStringLiteral("Only when I ask for it")};
+    for (const QString &choice : choices) {
+        auto *button = new KovaRadioButton(choice);
+        button->setChecked(choice == choices[1]);
+        connect(button, &QRadioButton::clicked, this,
+                [this, choice] { report(QStringLiteral("Chosen: %1.").arg(choice)); });
+        card->add(button);
+    }
+    auto *never = new KovaRadioButton(QStringLiteral("When plugged in (desktop computer)"));
+    never->setEnabled(false);
+    card->add(never);
+    return card;
+}
+
+QWidget *ChecksPage::makeStates()
+{
+    auto *card = new Card(QStringLiteral("Looks and states"));
+    auto *grid = new QGridLayout;
+    grid->setHorizontalSpacing(kovaPx(24));
+    grid->setVerticalSpacing(kovaPx(4));
+    int column = 0;
+    for (const Look &look : looks())
+        grid->addWidget(makeRowLabel(look.name), 0, column++);
+    addCheckBoxes(grid, QStringLiteral("Off"), Qt::Unchecked);
+    addCheckBoxes(grid, QStringLiteral("On"), Qt::Checked);
+    addCheckBoxes(grid, QStringLiteral("In part"), Qt::PartiallyChecked);
+    addRadioButtons(grid, QStringLiteral("Not chosen"), false);
+    addRadioButtons(grid, QStringLiteral("Chosen"), true);
+    grid->setColumnStretch(grid->columnCount(), 1);
+    card->add(grid);
+    return card;
+}

@@ -1,0 +1,143 @@
+#include "icon-buttons-page.h"
+
+#include "page-widgets.h"
+
+#include <kovakit-qt/image-manager/image-manager.h>
+#include <kovakit-qt/style/dpi-info.h>
+#include <kovakit-qt/widgets/kova-icon-button.h>
+
+#include <QGridLayout>
+#include <QMenu>
+#include <QStyleOptionToolButton>
+#include <QStylePainter>
+
+namespace {
+
+// An icon button that looks as in one state for ever.
+class PinnedIconButton : public KovaIconButton
+{
+public:
+    PinnedIconButton(const QString &imageName, ImageManager::ImageType type, QStyle::State added)
+        : KovaIconButton(getGlobalImage(imageName, type))
+        , m_added(added)
+    {
+        setFocusPolicy(Qt::NoFocus);
+        setAttribute(Qt::WA_TransparentForMouseEvents);
+    }
+
+protected:
+    void paintEvent(QPaintEvent *) override
+    {
+        QStyleOptionToolButton option;
+        initStyleOption(&option);
+        option.state |= m_added;
+        QStylePainter(this).drawComplexControl(QStyle::CC_ToolButton, option);
+    }
+
+private:
+    QStyle::State m_added;
+};
+
+} // namespace
+
+IconButtonsPage::IconButtonsPage()
+{
+    add(makeToolBar());
+    add(makeStates());
+}
+
+KovaIconButton *IconButtonsPage::makeLive(const QString &imageName, const QString &name)
+{
+    auto *button = new KovaIconButton(imageName);
+    button->setAccessibleName(name);
+    button->setToolTip(name);
+    connect(button, &QToolButton::clicked, this,
+            [this, name] { report(QStringLiteral("\"%1\" was clicked.").arg(name)); });
+    return button;
+}
+
+KovaIconButton *IconButtonsPage::makeMenuButton()
+{
+    const QString name = QStringLiteral("More actions");
+    auto *button = new KovaIconButton(QStringLiteral("bt_more"));
+    button->setAccessibleName(name);
+    button->setToolTip(name);
+    auto *menu = new QMenu(button);
+    setStyleKey(menu, "component.menu");
+    for (const char *text : {"Verify backup", "Export task", "Show log"})
+        menu->addAction(QString::fromLatin1(text));
+    connect(menu, &QMenu::triggered, this, [this](const QAction *action) {
+        report(QStringLiteral("\"%1\" was chosen from the menu.").arg(action->text()));
+    });
+    button->setMenu(menu);
+    addScene(QStringLiteral("menu"), [button] { button->showMenu(); });
+    return button;
+}
+
+QWidget *IconButtonsPage::makeToolBar()
+{
+    auto *card = new Card(QStringLiteral("A tool bar"),
+                          QStringLiteral("Each button names itself in a tooltip and to screen "
+                                         "readers. The last one opens a menu at the first press."));
+    KovaIconButton *unavailable =
+        makeLive(QStringLiteral("bt_download"), QStringLiteral("Restore (no version selected)"));
+    unavailable->setEnabled(false);
+    card->addRow({makeLive(QStringLiteral("bt_add"), QStringLiteral("New backup task")),
+                  makeLive(QStringLiteral("bt_edit"), QStringLiteral("Edit task")),
+                  makeLive(QStringLiteral("bt_delete"), QStringLiteral("Delete task")),
+                  makeLive(QStringLiteral("bt_refresh"), QStringLiteral("Check for changes")),
+                  unavailable, makeLive(QStringLiteral("bt_settings"), QStringLiteral("Settings")),
+                  makeMenuButton()});
+    return card;
+}
+
+QWidget *IconButtonsPage::makeStates()
+{
+    auto *card = new Card(QStringLiteral("Pictures for each state"),
+                          QStringLiteral("At rest, under the pointer, pressed, with the focus and "
+                                         "switched off."));
+    auto *grid = new QGridLayout;
+    grid->setHorizontalSpacing(kovaPx(24));
+    grid->setVerticalSpacing(kovaPx(8));
+    const QStringList states = {QStringLiteral("At rest"), QStringLiteral("Under the pointer"),
+                                QStringLiteral("Pressed"), QStringLiteral("With the focus"),
+                                QStringLiteral("Switched off")};
+    for (int column = 0; column < states.size(); ++column)
+        grid->addWidget(makeRowLabel(states[column]), 0, column + 1);
+
+    addStates(grid, QStringLiteral("bt_add"), QStringLiteral("Add"));
+    addStates(grid, QStringLiteral("bt_edit"), QStringLiteral("Edit"));
+    addStates(grid, QStringLiteral("bt_delete"), QStringLiteral("Delete"));
+    addStates(grid, QStringLiteral("bt_settings"), QStringLiteral("Settings"));
+    addStates(grid, QStringLiteral("bt_pagebar_refresh"), QStringLiteral("Refresh"));
+    addStates(grid, QStringLiteral("bt_next"), QStringLiteral("Next"));
+    grid->setColumnStretch(grid->columnCount(), 1);
+    card->add(grid);
+    return card;
+}
+
+void IconButtonsPage::addStates(QGridLayout *grid, const QString &imageName, const QString &name)
+{
+    struct State
+    {
+        ImageManager::ImageType picture;
+        QStyle::State look;
+        bool enabled;
+    };
+    const State states[] = {
+        {ImageManager::Default, QStyle::State_None, true},
+        {ImageManager::Hover, QStyle::State_MouseOver, true},
+        {ImageManager::Click, QStyle::State_MouseOver | QStyle::State_Sunken, true},
+        {ImageManager::Default, QStyle::State_HasFocus, true},
+        {ImageManager::Disable, QStyle::State_None, false},
+    };
+    const int row = grid->rowCount();
+    grid->addWidget(makeRowLabel(name), row, 0);
+    int column = 1;
+    for (const State &state : states) {
+        auto *button = new PinnedIconButton(imageName, state.picture, state.look);
+        button->setAccessibleName(name);
+        button->setEnabled(state.enabled);
+        grid->addWidget(button, row, column++);
+    }
+}

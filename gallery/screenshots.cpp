@@ -1,0 +1,172 @@
+#include "screenshots.h"
+
+#include "gallery-page.h"
+#include "gallery-window.h"
+#include "page-registry.h"
+
+#include <kovakit-qt/style/dpi-info.h>
+#include <kovakit-qt/widgets/kova-sheet.h>
+
+#include <QApplication>
+#include <QDialog>
+#include <QDir>
+#include <QElapsedTimer>
+#include <QEventLoop>
+#include <QMovie>
+#include <QPainter>
+#include <QTimer>
+
+namespace {
+
+constexpr int turnMilliseconds = 15;
+constexpr int patienceMilliseconds = 15000;
+
+// Lets what was just shown lay itself out and be activated.
+void letEventsPass()
+{
+    QEventLoop loop;
+    QTimer::singleShot(turnMilliseconds, &loop, &QEventLoop::quit);
+    loop.exec();
+}
+
+void stopMovies(QWidget *window)
+{
+    for (QMovie *movie : window->findChildren<QMovie *>()) {
+        movie->setPaused(true);
+        movie->jumpToFrame(0);
+    }
+}
+
+// A window manager's title bar is not in the picture of a window, but part of what people see.
+void drawTitleBar(QPainter &painter, const QRect &window, const QString &title)
+{
+    const QRect bar(window.left(), window.top() - kovaPx(30), window.width(), kovaPx(30));
+    painter.fillRect(bar, QColor(0xE3, 0xE9, 0xEF));
+    painter.setPen(QColor(0x22, 0x30, 0x3C));
+    painter.drawText(bar, Qt::AlignCenter, title);
+    painter.setPen(QColor(0x7D, 0x8E, 0x9E));
+    painter.drawRect(window.united(bar).adjusted(-1, -1, 0, 0));
+}
+
+QPixmap pictureOf(GalleryWindow *window)
+{
+    stopMovies(window);
+    QPixmap picture = window->grab();
+    QPainter painter(&picture);
+    for (QWidget *other : QApplication::topLevelWidgets()) {
+        if (other == window || !other->isVisible())
+            continue;
+        QRect place(other->pos() - window->pos(), other->size());
+        const bool dialog = qobject_cast<QDialog *>(other);
+        if (dialog)
+            place.moveCenter(window->rect().center());
+        painter.drawPixmap(place.topLeft(), other->grab());
+        if (dialog)
+            drawTitleBar(painter, place, other->windowTitle());
+    }
+    return picture;
+}
+
+// Closes the topmost of what is open over the window. Returns whether there was something.
+bool closeTopmost(GalleryWindow *window)
+{
+    if (QWidget *popup = QApplication::activePopupWidget())
+        return popup->close();
+    if (auto *dialog = qobject_cast<QDialog *>(QApplication::activeModalWidget())) {
+        dialog->reject();
+        return true;
+    }
+    for (KovaSheet *sheet : window->findChildren<KovaSheet *>()) {
+        if (sheet->isVisible())
+            return QMetaObject::invokeMethod(sheet, "quit");
+    }
+    return false;
+}
+
+class Photographer
+{
+public:
+    Photographer(GalleryWindow *window, const QString &folder)
+        : m_window(window)
+        , m_folder(folder)
+    {
+    }
+
+    QString takeAll()
+    {
+        const std::vector<PageEntry> &pages = pageRegistry();
+        for (std::size_t index = 0; index < pages.size() && m_error.isEmpty(); ++index) {
+            GalleryPage *page = m_window->showPage(int(index));
+            letEventsPass();
+            await(pages[index].name, [page] { return page->isReady(); });
+            take(pages[index].name);
+            for (const Scene &scene : page->scenes()) {
+                if (m_error.isEmpty())
+                    stage(pages[index].name + QLatin1Char('-') + scene.name, scene);
+            }
+        }
+        return m_error;
+    }
+
+private:
+    // Opening may block in a loop of its own, in which the picture is taken and the end is made.
+    void stage(const QString &name, const Scene &scene)
+    {
+        bool open = true;
+        QEventLoop finished;
+        QTimer::singleShot(0, m_window, [&] {
+            letEventsPass();
+            await(name, scene.ready);
+            take(name);
+            QElapsedTimer clock;
+            clock.start();
+            while (closeTopmost(m_window) && clock.elapsed() < patienceMilliseconds)
+                letEventsPass();
+            finished.quit();
+            open = false;
+        });
+        scene.open();
+        if (open)
+            finished.exec();
+        letEventsPass();
+    }
+
+    void await(const QString &name, const std::function<bool()> &ready)
+    {
+        QElapsedTimer clock;
+        clock.start();
+        while (ready && !ready()) {
+            if (clock.elapsed() > patienceMilliseconds) {
+                m_error = QStringLiteral("\"%1\" does not get ready for its picture.").arg(name);
+                return;
+            }
+            letEventsPass();
+        }
+    }
+
+    void take(const QString &name)
+    {
+        const QString path = m_folder + QLatin1Char('/') + name + QLatin1String(".png");
+        if (m_error.isEmpty() && !pictureOf(m_window).save(path))
+            m_error = QStringLiteral("Cannot write \"%1\".").arg(path);
+    }
+
+    GalleryWindow *m_window;
+    QString m_folder;
+    QString m_error;
+};
+
+} // namespace
+
+QString takeScreenshots(GalleryWindow *window, const QString &folder)
+{
+    if (!QDir().mkpath(folder))
+        return QStringLiteral("Cannot make the folder \"%1\".").arg(folder);
+    // Nothing in a picture may depend on the moment at which it is taken.
+    QApplication::setCursorFlashTime(0);
+    window->setFixedSize(GalleryWindow::designSize());
+    window->show();
+    window->activateWindow();
+    letEventsPass();
+    return Photographer(window, folder).takeAll();
+}

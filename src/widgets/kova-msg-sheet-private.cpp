@@ -6,7 +6,6 @@
 #include <kovakit-qt/image-manager/image-manager.h>
 #include <kovakit-qt/style/dpi-info.h>
 #include <kovakit-qt/style/style-manager.h>
-#include <kovakit-qt/utils/component-strings.h>
 #include <kovakit-qt/utils/util.h>
 
 #include <QDialogButtonBox>
@@ -14,25 +13,12 @@
 #include <QKeyEvent>
 #include <QLabel>
 #include <QMovie>
-#include <QProxyStyle>
 #include <QPushButton>
+#include <QStyle>
 
 #include <cmath>
 
 namespace {
-
-// Right-aligned buttons with the accept button first, on every platform.
-class DialogButtonBoxStyle : public QProxyStyle
-{
-public:
-    int styleHint(StyleHint hint, const QStyleOption *option, const QWidget *widget,
-                  QStyleHintReturn *returnData) const override
-    {
-        if (hint == QStyle::SH_DialogButtonLayout)
-            return QDialogButtonBox::WinLayout;
-        return baseStyle()->styleHint(hint, option, widget, returnData);
-    }
-};
 
 struct TypeTraits
 {
@@ -59,11 +45,6 @@ TypeTraits traitsOf(int type)
     default:
         return {nullptr, QDialogButtonBox::NoButton};
     }
-}
-
-QString componentString(const char *key)
-{
-    return ComponentStrings::getInstance()->getString(QString::fromLatin1(key));
 }
 
 bool acceptsFocus(const QWidget *widget)
@@ -94,9 +75,7 @@ void KovaMessageSheetPrivate::initialize(const MsgBoxCustomBtnText &buttonText)
                                               : "component.message_sheet_other",
                                    false));
     connect(buttonBox, &QDialogButtonBox::clicked, q, &KovaMessageSheet::buttonClick);
-    auto *boxStyle = new DialogButtonBoxStyle;
-    boxStyle->setParent(buttonBox);
-    buttonBox->setStyle(boxStyle);
+    orderButtons(buttonBox);
     setupLayout();
 
     setupTextLabel(textLabel, "component.message_sheet_text");
@@ -289,34 +268,11 @@ void KovaMessageSheetPrivate::markLastFocusWidget()
     lastFocusWidget = found != focusList.crend() ? *found : nullptr;
 }
 
-bool KovaMessageSheetPrivate::handleKey(QObject *watched, QKeyEvent *event)
-{
-    switch (event->key()) {
-    case Qt::Key_Escape:
-        if (QPushButton *second = buttonBox->button(QDialogButtonBox::Discard))
-            second->click();
-        break;
-    case Qt::Key_Return:
-    case Qt::Key_Enter:
-    case Qt::Key_Space:
-        modality.pressFocusedButton(buttonBox->button(QDialogButtonBox::Ok));
-        break;
-    case Qt::Key_Tab:
-    case Qt::Key_Backtab:
-        restrictedFocus(watched, event);
-        break;
-    default:
-        modality.pressMnemonic(event);
-        break;
-    }
-    return true;
-}
-
-void KovaMessageSheetPrivate::restrictedFocus(QObject *watched, QKeyEvent *event)
+bool KovaMessageSheetPrivate::restrictedFocus(QObject *watched, QKeyEvent *event)
 {
     auto *widget = qobject_cast<QWidget *>(watched);
-    if (!widget)
-        return;
+    if (!widget || (event->key() != Qt::Key_Tab && event->key() != Qt::Key_Backtab))
+        return false;
     const bool forward = event->key() == Qt::Key_Tab;
     do {
         widget = forward ? widget->nextInFocusChain() : widget->previousInFocusChain();
@@ -327,4 +283,5 @@ void KovaMessageSheetPrivate::restrictedFocus(QObject *watched, QKeyEvent *event
         target = forward ? firstFocusWidget : lastFocusWidget;
     if (target)
         target->setFocus(Qt::TabFocusReason);
+    return true;
 }

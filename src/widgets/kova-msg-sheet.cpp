@@ -108,11 +108,7 @@ void KovaMessageSheet::showSheetWithBlock()
 
 void KovaMessageSheet::done(int ret)
 {
-    const QPointer<KovaMessageSheet> self(this);
-    d->modality.end(ret);
-    hide();
-    if (self)
-        Q_EMIT finished(ret);
+    d->modality.finish(ret);
 }
 
 void KovaMessageSheet::quit()
@@ -138,11 +134,11 @@ bool KovaMessageSheet::focusNextPrevChild(bool next)
 
 bool KovaMessageSheet::eventFilter(QObject *watched, QEvent *event)
 {
-    if (blockWindowButton && event->type() == QEvent::Close) {
-        event->ignore();
-        return true;
+    if (event->type() == QEvent::KeyPress) {
+        if (watched != window() || !isVisible())
+            return false;
+        if (d->restrictedFocus(watched, static_cast<QKeyEvent *>(event)))
+            return true;
     }
-    if (event->type() != QEvent::KeyPress || watched != window() || !isVisible())
-        return false;
-    return d->handleKey(watched, static_cast<QKeyEvent *>(event));
+    return d->modality.filterWindow(watched, event, blockWindowButton, d->buttonBox);
 }

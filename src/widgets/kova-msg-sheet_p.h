@@ -26,8 +26,7 @@ public:
     void show(bool blockCloseButton);
     void startMovie();
     void rebuildFocusList();
-    bool handleKey(QObject *watched, QKeyEvent *event);
-    void restrictedFocus(QObject *watched, QKeyEvent *event);
+    bool restrictedFocus(QObject *watched, QKeyEvent *event);
 
     KovaMessageSheet *q;
     MessageLabel *textLabel;

@@ -2,9 +2,33 @@
 
 #include <kovakit-qt/style/dpi-info.h>
 #include <kovakit-qt/style/style-manager.h>
+#include <kovakit-qt/utils/component-strings.h>
 
 #include <QDialogButtonBox>
+#include <QProxyStyle>
 #include <QPushButton>
+
+namespace {
+
+// Right-aligned buttons with the accept button first, on every platform.
+class DialogButtonBoxStyle : public QProxyStyle
+{
+public:
+    int styleHint(StyleHint hint, const QStyleOption *option, const QWidget *widget,
+                  QStyleHintReturn *returnData) const override
+    {
+        if (hint == QStyle::SH_DialogButtonLayout)
+            return QDialogButtonBox::WinLayout;
+        return baseStyle()->styleHint(hint, option, widget, returnData);
+    }
+};
+
+} // namespace
+
+QString componentString(const char *key)
+{
+    return ComponentStrings::getInstance()->getString(QString::fromLatin1(key));
+}
 
 void dressOkButton(QDialogButtonBox *box, const QString &text)
 {
@@ -19,6 +43,13 @@ void dressSecondButton(QDialogButtonBox *box, const QString &text)
     QPushButton *second = box->button(QDialogButtonBox::Discard);
     second->setText(text);
     second->setStyleSheet(getStyleSheet("component.cancel_button", false));
+}
+
+void orderButtons(QDialogButtonBox *box)
+{
+    auto *style = new DialogButtonBoxStyle;
+    style->setParent(box);
+    box->setStyle(style);
 }
 
 QString sheetParagraph(const QString &text, int lineHeight)

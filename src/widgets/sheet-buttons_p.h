@@ -3,13 +3,19 @@
 class QDialogButtonBox;
 class QString;
 
-// What the two kinds of sheet do alike with their button box.
+// What the two kinds of sheet do alike with their texts and buttons.
+
+// The host's text for @p key.
+QString componentString(const char *key);
 
 // Gives the accept button its text and look and makes it the default button.
 void dressOkButton(QDialogButtonBox *box, const QString &text);
 
 // Gives the second button, which is QDialogButtonBox::Discard on every sheet, its text and look.
 void dressSecondButton(QDialogButtonBox *box, const QString &text);
+
+// Right-aligned buttons with the accept button first, on every platform.
+void orderButtons(QDialogButtonBox *box);
 
 // The HTML paragraph of a sheet's text, @p lineHeight in design pixels, scaled for the display.
 QString sheetParagraph(const QString &text, int lineHeight);

@@ -8,8 +8,10 @@
 #include <QAbstractButton>
 #include <QAction>
 #include <QApplication>
+#include <QDialogButtonBox>
 #include <QEventLoop>
 #include <QKeyEvent>
+#include <QPushButton>
 
 struct SheetModality::Run
 {
@@ -140,6 +142,16 @@ void SheetModality::end(int result)
         m_focusBefore->setFocus(Qt::OtherFocusReason);
 }
 
+void SheetModality::finish(int result)
+{
+    const QPointer<KovaSheet> sheet(m_sheet);
+    end(result);
+    if (sheet)
+        sheet->hide();
+    if (sheet)
+        Q_EMIT sheet->finished(result);
+}
+
 bool SheetModality::isTopmost() const
 {
     for (auto it = activeModalities.crbegin(); it != activeModalities.crend(); ++it) {
@@ -206,6 +218,37 @@ bool SheetModality::moveFocus(bool forward)
         next = (current + (forward ? 1 : count - 1)) % count;
     widgets.at(next)->setFocus(forward ? Qt::TabFocusReason : Qt::BacktabFocusReason);
     return true;
+}
+
+bool SheetModality::filterWindow(const QObject *watched, QEvent *event, bool blocked,
+                                 const QDialogButtonBox *box)
+{
+    if (blocked && event->type() == QEvent::Close) {
+        event->ignore();
+        return true;
+    }
+    if (event->type() != QEvent::KeyPress || watched != m_sheet->window())
+        return false;
+    pressKey(static_cast<QKeyEvent *>(event), box);
+    return true;
+}
+
+void SheetModality::pressKey(const QKeyEvent *event, const QDialogButtonBox *box)
+{
+    switch (event->key()) {
+    case Qt::Key_Escape:
+        if (QPushButton *second = box->button(QDialogButtonBox::Discard))
+            second->click();
+        break;
+    case Qt::Key_Return:
+    case Qt::Key_Enter:
+    case Qt::Key_Space:
+        pressFocusedButton(box->button(QDialogButtonBox::Ok));
+        break;
+    default:
+        pressMnemonic(event);
+        break;
+    }
 }
 
 void SheetModality::pressFocusedButton(QAbstractButton *fallback)

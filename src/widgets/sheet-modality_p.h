@@ -9,6 +9,8 @@
 #include <memory>
 
 class KovaSheet;
+class QAbstractButton;
+class QDialogButtonBox;
 class QKeyEvent;
 
 // The modal run of a sheet: while it is active, the window around the sheet cannot be used, the
@@ -16,8 +18,8 @@ class QKeyEvent;
 // is undone when the run ends, however it ends: by the sheet, because the sheet or its window is
 // destroyed or closed, or because the application quits.
 //
-// What the keys that reach the window do is the sheet's own business: the modality installs the
-// sheet as event filter on the window and leaves those keys to it.
+// The modality installs the sheet as event filter on the window. The sheet hands what it sees there
+// to filterWindow(), except for keys that it has a use of its own for.
 class SheetModality : public QObject
 {
 public:
@@ -36,14 +38,18 @@ public:
     // Ends the run and every loop of it. The focus goes back to the widget that had it before.
     void end(int result);
 
+    // Ends the run, hides the sheet and lets it emit finished(). The sheet may be gone afterwards.
+    void finish(int result);
+
     // Moves the focus to the next or previous widget of the sheet, wrapping around at the ends.
     bool moveFocus(bool forward);
 
-    // Clicks the focused button of the sheet, or else @p fallback, which may be null.
-    void pressFocusedButton(class QAbstractButton *fallback);
-
-    // Clicks the button of the sheet whose mnemonic @p event is, if any.
-    void pressMnemonic(const QKeyEvent *event);
+    // The sheet's work as event filter on its window; tells whether it used the event up. With
+    // @p blocked the window refuses to be closed. Keys press the buttons in @p box: Escape the
+    // second one, Return, Enter and Space the focused one or else Ok, a mnemonic its own. Any other
+    // key is swallowed.
+    bool filterWindow(const QObject *watched, QEvent *event, bool blocked,
+                      const QDialogButtonBox *box);
 
 protected:
     bool eventFilter(QObject *watched, QEvent *event) override;
@@ -59,6 +65,9 @@ private:
     void leaveDyingAncestor();
     void holdFocus(QWidget *now);
     void cancelIfWindowClosed();
+    void pressKey(const QKeyEvent *event, const QDialogButtonBox *box);
+    void pressFocusedButton(QAbstractButton *fallback);
+    void pressMnemonic(const QKeyEvent *event);
 
     KovaSheet *const m_sheet;
     const std::function<void()> m_cancel;

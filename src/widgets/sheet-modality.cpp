@@ -92,8 +92,8 @@ void SheetModality::begin(bool blockCloseButton)
     m_focusInside.clear();
     activeModalities.append(this);
     qApp->installEventFilter(this);
-    m_connections.append(connect(qApp, &QApplication::focusChanged, this,
-                                 [this](QWidget *, QWidget *now) { holdFocus(now); }));
+    m_focusConnection = connect(qApp, &QApplication::focusChanged, this,
+                                [this](QWidget *, QWidget *now) { holdFocus(now); });
     watchAncestors();
     if (!isInside(m_focusBefore))
         holdFocus(m_focusBefore ? m_focusBefore.data() : window);
@@ -108,13 +108,17 @@ int SheetModality::exec()
     const QPointer<SheetModality> self(this);
     const auto run = std::make_shared<Run>();
     m_runs.append(run);
+    ++m_execDepth;
     run->loop.exec();
     if (self) {
+        --m_execDepth;
         m_runs.removeOne(run);
         // The loop was ended from outside, by the end of the application.
         if (m_active && m_runs.isEmpty())
             m_cancel();
     }
+    if (self)
+        unwatchAncestors();
     return run->result;
 }
 
@@ -134,8 +138,8 @@ void SheetModality::end(int result)
     if (!m_active)
         return;
     m_active = false;
-    for (const auto &connection : std::exchange(m_connections, {}))
-        disconnect(connection);
+    disconnect(m_focusConnection);
+    unwatchAncestors();
     qApp->removeEventFilter(this);
     activeModalities.removeOne(this);
     if (wasTopmost && canTakeFocus(m_focusBefore))
@@ -166,6 +170,11 @@ bool SheetModality::isInside(const QWidget *widget) const
     return widget && (widget == m_sheet || m_sheet->isAncestorOf(widget));
 }
 
+bool SheetModality::isAncestorOfSheet(const QObject *object) const
+{
+    return object->isWidgetType() && static_cast<const QWidget *>(object)->isAncestorOf(m_sheet);
+}
+
 bool SheetModality::isCovered(const QObject *object) const
 {
     if (!object->isWidgetType())
@@ -178,20 +187,29 @@ void SheetModality::watchAncestors()
 {
     for (QWidget *ancestor = m_sheet->parentWidget(); ancestor;
          ancestor = ancestor->parentWidget()) {
-        m_connections.append(
+        m_ancestorConnections.append(
             connect(ancestor, &QObject::destroyed, this, [this] { leaveDyingAncestor(); }));
         if (ancestor->isWindow())
             break;
     }
 }
 
+// A loop that was told to end may still delete the window before it returns to the caller of
+// exec(), so the watch goes on until then.
+void SheetModality::unwatchAncestors()
+{
+    if (m_active || m_execDepth > 0)
+        return;
+    for (const auto &connection : std::exchange(m_ancestorConnections, {}))
+        disconnect(connection);
+}
+
 // The signal comes before the dying widget deletes its children.
 void SheetModality::leaveDyingAncestor()
 {
-    const bool executing = !m_runs.isEmpty();
     m_focusBefore.clear();
     end(0);
-    if (executing && !m_sheet->isOnHeap())
+    if (m_execDepth > 0 && !m_sheet->isOnHeap())
         m_sheet->setParent(nullptr);
 }
 
@@ -304,7 +322,11 @@ bool SheetModality::eventFilter(QObject *watched, QEvent *event)
     }
     if (type == QEvent::HideToParent && watched == m_sheet) {
         QMetaObject::invokeMethod(
-            this, [this] { m_active && m_sheet->isHidden() ? m_cancel() : void(); },
+            this,
+            [this] {
+                if (m_active && m_sheet->isHidden())
+                    m_cancel();
+            },
             Qt::QueuedConnection);
         return false;
     }
@@ -323,9 +345,9 @@ bool SheetModality::eventFilter(QObject *watched, QEvent *event)
             owner = owner->parent();
         return owner && isCovered(owner);
     }
-    if (isPointerEvent(type) || (isTypingEvent(type) && watched != m_window)) {
-        if (!isCovered(watched))
-            return false;
+    // Keys that the sheet does not want climb through its ancestors up to the window.
+    const bool typing = isTypingEvent(type) && !isAncestorOfSheet(watched);
+    if ((isPointerEvent(type) || typing) && isCovered(watched)) {
         event->accept();
         return true;
     }

@@ -59,9 +59,11 @@ private:
 
     [[nodiscard]] bool isTopmost() const;
     [[nodiscard]] bool isInside(const QWidget *widget) const;
+    [[nodiscard]] bool isAncestorOfSheet(const QObject *object) const;
     [[nodiscard]] bool isCovered(const QObject *object) const;
     [[nodiscard]] QList<QWidget *> focusWidgets() const;
     void watchAncestors();
+    void unwatchAncestors();
     void leaveDyingAncestor();
     void holdFocus(QWidget *now);
     void cancelIfWindowClosed();
@@ -77,5 +79,7 @@ private:
     QPointer<QWidget> m_focusInside;
     void *m_closeButtonHandle = nullptr;
     QVector<std::shared_ptr<Run>> m_runs;
-    QVector<QMetaObject::Connection> m_connections;
+    int m_execDepth = 0;
+    QMetaObject::Connection m_focusConnection;
+    QVector<QMetaObject::Connection> m_ancestorConnections;
 };

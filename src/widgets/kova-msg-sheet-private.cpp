@@ -64,25 +64,26 @@ KovaMessageSheetPrivate::KovaMessageSheetPrivate(KovaMessageSheet *sheet)
 {
 }
 
+// The styles of the containers come first: a widget's rules are worked out anew whenever those
+// around it change, and a button asks for its icon, or none, when it is created.
 void KovaMessageSheetPrivate::initialize(const MsgBoxCustomBtnText &buttonText)
 {
-    setupIcon();
-    setupButtons(buttonText);
-
     const bool processing =
         messageType == KovaMessageSheet::Processing || messageType == KovaMessageSheet::Animation;
     q->setStyleSheet(getStyleSheet(processing ? "component.message_sheet_processing"
                                               : "component.message_sheet_other",
                                    false));
-    connect(buttonBox, &QDialogButtonBox::clicked, q, &KovaMessageSheet::buttonClick);
     orderButtons(buttonBox);
-    setupLayout();
+    connect(buttonBox, &QDialogButtonBox::clicked, q, &KovaMessageSheet::buttonClick);
 
+    setupIcon();
+    setupButtons(buttonText);
     setupTextLabel(textLabel, "component.message_sheet_text");
     if (informativeLabel)
         setupTextLabel(informativeLabel, "component.message_sheet_informative_text");
     for (QAbstractButton *button : buttonBox->buttons())
         button->installEventFilter(q);
+    setupLayout();
 }
 
 void KovaMessageSheetPrivate::setupIcon()

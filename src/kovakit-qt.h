@@ -11,6 +11,9 @@
 #include <kovakit-qt/style/dpi-info.h>
 #include <kovakit-qt/style/style-manager.h>
 #include <kovakit-qt/utils/component-strings.h>
+#include <kovakit-qt/utils/escape-tooltip.h>
+#include <kovakit-qt/utils/file-type-map.h>
+#include <kovakit-qt/utils/kova-locale.h>
 #include <kovakit-qt/utils/ui-path-manager.h>
 #include <kovakit-qt/utils/util.h>
 #include <kovakit-qt/widgets/kova-button.h>

@@ -6,6 +6,7 @@
 #include "screenshots.h"
 
 #include <kovakit-qt/style/dpi-info.h>
+#include <kovakit-qt/utils/kova-locale.h>
 
 #include <QApplication>
 #include <QLocale>
@@ -83,7 +84,9 @@ int main(int argc, char **argv)
 
     QApplication app(argc, argv);
     app.setApplicationName(QStringLiteral("kovakit-gallery"));
-    const QString language = options.language.isEmpty() ? QStringLiteral("enu") : options.language;
+    const QString language = options.language.isEmpty()
+                               ? KovaLocale::getInstance()->getDefaultLanguage()
+                               : options.language;
     QLocale::setDefault(QLocale(localeName(language)));
     chooseFont();
 

@@ -122,7 +122,7 @@ void KovaMessageSheetPrivate::setupTextLabel(MessageLabel *label, const char *st
 
 void KovaMessageSheetPrivate::setText(const QString &text)
 {
-    textLabel->setMessage(sheetParagraph(text, 24));
+    textLabel->setText(sheetParagraph(text, 24));
     textLabel->setWordWrap(true);
     textLabel->setAlignment(Qt::AlignTop);
     textLabel->setFocusPolicy(Qt::StrongFocus);
@@ -153,7 +153,7 @@ void KovaMessageSheetPrivate::setInformativeText(const QString &text)
             informativeLabel->setSizePolicy(QSizePolicy::Minimum, QSizePolicy::Maximum);
             setupTextLabel(informativeLabel, "component.message_sheet_informative_text");
         }
-        informativeLabel->setMessage(sheetParagraph(text, 20));
+        informativeLabel->setText(sheetParagraph(text, 20));
     }
     setupLayout();
 }
@@ -215,8 +215,14 @@ void KovaMessageSheetPrivate::setupLayout()
         main->addWidget(buttonBox);
     }
 
+    q->restoreShadowMargins();
     q->setSizePolicy(QSizePolicy::Fixed, QSizePolicy::Maximum);
     q->setFixedWidth(kovaPx(getPreferredWidth()));
+    // The labels get their heights now, or else the first frame shows the sheet too low.
+    main->activate();
+    textLabel->fitHeight();
+    if (informativeLabel)
+        informativeLabel->fitHeight();
     q->updateGeometry();
     q->adjustSize();
 }

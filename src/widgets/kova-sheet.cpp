@@ -57,6 +57,12 @@ KovaSheet::KovaSheet(QWidget *parent)
     setContentsMargins(shadowMargin, shadowMargin, shadowMargin, shadowMargin);
 }
 
+void KovaSheet::restoreShadowMargins()
+{
+    ensurePolished();
+    setContentsMargins(shadowMargin, shadowMargin, shadowMargin, shadowMargin);
+}
+
 void KovaSheet::setWidget(QWidget *widget)
 {
     delete layout();
@@ -68,7 +74,7 @@ void KovaSheet::setWidget(QWidget *widget)
 
 void KovaSheet::showEvent(QShowEvent *event)
 {
-    setContentsMargins(shadowMargin, shadowMargin, shadowMargin, shadowMargin);
+    restoreShadowMargins();
     QFrame::showEvent(event);
 }
 

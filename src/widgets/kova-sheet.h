@@ -56,6 +56,14 @@ protected:
     /** Paints the shadow and the body. */
     void paintEvent(QPaintEvent *event) override;
 
+    /**
+     * Makes the margins as wide as the shadow again.
+     *
+     * A style that is applied to the sheet takes the margins away; a subclass calls this before it
+     * asks its layout for sizes.
+     */
+    void restoreShadowMargins();
+
     /** Paints the shadow band along the four sides; a picture that is missing leaves a gap. */
     void drawShadow(QPainter &painter);
 

@@ -5,16 +5,14 @@ MessageLabel::MessageLabel(QWidget *parent)
 {
 }
 
-void MessageLabel::setMessage(const QString &text)
-{
-    setMinimumHeight(0);
-    setMaximumHeight(QWIDGETSIZE_MAX);
-    setText(text);
-}
-
-void MessageLabel::resizeEvent(QResizeEvent *)
+void MessageLabel::fitHeight()
 {
     const int height = heightForWidth(width());
     if (height >= 0)
         setFixedHeight(height);
+}
+
+void MessageLabel::resizeEvent(QResizeEvent *)
+{
+    fitHeight();
 }

@@ -18,10 +18,13 @@ public:
     /** An empty label; @p parent owns it. */
     explicit MessageLabel(QWidget *parent = nullptr);
 
-    /** Shows @p text and lets go of the height of the text before. */
-    void setMessage(const QString &text);
+    /**
+     * Fixes the height for the present text and width. The label does so itself when it is resized;
+     * call it after a new text. A label that does not wrap keeps its height.
+     */
+    void fitHeight();
 
 protected:
-    /** Fixes the height for the new width. A label that does not wrap keeps its height. */
+    /** Fixes the height for the new width. */
     void resizeEvent(QResizeEvent *event) override;
 };

@@ -7,6 +7,8 @@ MessageLabel::MessageLabel(QWidget *parent)
 
 void MessageLabel::fitHeight()
 {
+    // A label never asks for less than its minimum.
+    setMinimumHeight(0);
     const int height = heightForWidth(width());
     if (height >= 0)
         setFixedHeight(height);

@@ -204,6 +204,7 @@ void KovaMessageSheetTest::widthFollowsTheParent()
 
 void KovaMessageSheetTest::heightFitsTheText()
 {
+    m_window->resize(kovaPx(900), kovaPx(700));
     const QString sentence = QStringLiteral("A sentence that is longer than a word. ");
     KovaMessageSheet sheet(KovaMessageSheet::Question, QStringLiteral("Short."),
                            sentence.repeated(12), m_window);

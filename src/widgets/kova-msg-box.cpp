@@ -1,7 +1,8 @@
 #include "kova-msg-box.h"
 
+#include "sheet-buttons_p.h"
+
 #include <kovakit-qt/style/style-manager.h>
-#include <kovakit-qt/utils/component-strings.h>
 #include <kovakit-qt/widgets/kova-mask.h>
 
 #include <QAbstractButton>
@@ -12,15 +13,6 @@ int execSheet(KovaMessageSheet &sheet, const QWidget *parent)
 {
     KovaMask::createMask(&sheet, parent->window(), QColor(0, 0, 0, 20));
     return sheet.exec();
-}
-
-void dressButton(QAbstractButton *button, const QString &customText, const char *stringKey,
-                 const char *styleKey)
-{
-    button->setText(customText.isEmpty()
-                        ? ComponentStrings::getInstance()->getString(QString::fromLatin1(stringKey))
-                        : customText);
-    button->setStyleSheet(getStyleSheet(styleKey, false));
 }
 
 struct Box
@@ -40,9 +32,13 @@ int execBox(const Box &kind, const QString &title, const QString &text,
     box.setInformativeText(informativeText);
     box.setStandardButtons(kind.buttons);
     box.setStyleSheet(getStyleSheet(kind.styleKey, false));
-    dressButton(box.button(QMessageBox::Ok), buttonText.okText, "ok", "component.apply_button");
+    const auto textOr = [](const QString &custom, const char *key) {
+        return custom.isEmpty() ? componentString(key) : custom;
+    };
+    dressButton(box.button(QMessageBox::Ok), textOr(buttonText.okText, "ok"),
+                "component.apply_button");
     if (QAbstractButton *cancel = box.button(QMessageBox::Cancel))
-        dressButton(cancel, buttonText.cancelText, "cancel", "component.cancel_button");
+        dressButton(cancel, textOr(buttonText.cancelText, "cancel"), "component.cancel_button");
     return box.exec();
 }
 

@@ -30,19 +30,23 @@ QString componentString(const char *key)
     return ComponentStrings::getInstance()->getString(QString::fromLatin1(key));
 }
 
+void dressButton(QAbstractButton *button, const QString &text, const char *styleKey)
+{
+    button->setText(text);
+    button->setIcon(QIcon());
+    button->setStyleSheet(getStyleSheet(styleKey, false));
+}
+
 void dressOkButton(QDialogButtonBox *box, const QString &text)
 {
     QPushButton *ok = box->button(QDialogButtonBox::Ok);
-    ok->setText(text);
     ok->setDefault(true);
-    ok->setStyleSheet(getStyleSheet("component.apply_button", false));
+    dressButton(ok, text, "component.apply_button");
 }
 
 void dressSecondButton(QDialogButtonBox *box, const QString &text)
 {
-    QPushButton *second = box->button(QDialogButtonBox::Discard);
-    second->setText(text);
-    second->setStyleSheet(getStyleSheet("component.cancel_button", false));
+    dressButton(box->button(QDialogButtonBox::Discard), text, "component.cancel_button");
 }
 
 void orderButtons(QDialogButtonBox *box)

@@ -1,12 +1,16 @@
 #pragma once
 
+class QAbstractButton;
 class QDialogButtonBox;
 class QString;
 
-// What the two kinds of sheet do alike with their texts and buttons.
+// What sheets and message boxes do alike with their texts and buttons.
 
 // The host's text for @p key.
 QString componentString(const char *key);
+
+// Gives a standard button the text and look of the house: no icon, whatever the desktop thinks.
+void dressButton(QAbstractButton *button, const QString &text, const char *styleKey);
 
 // Gives the accept button its text and look and makes it the default button.
 void dressOkButton(QDialogButtonBox *box, const QString &text);

@@ -375,6 +375,8 @@ void ModalSheetTest::boxesWithoutParent()
                 qFatal("no message box is up");
             QCOMPARE(box->windowTitle(), QStringLiteral("Title"));
             QVERIFY(!box->styleSheet().isEmpty());
+            for (const QAbstractButton *button : box->buttons())
+                QVERIFY(button->icon().isNull());
             QVERIFY(QTest::qWaitForWindowExposed(box));
             QTest::keyClick(box->windowHandle(), key);
         });

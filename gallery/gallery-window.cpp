@@ -52,6 +52,7 @@ QWidget *GalleryWindow::makeNavigation(const QString &language)
 
     auto *name = new QLabel(QStringLiteral("KovaKit"));
     setStyleKey(name, "gallery.product_name");
+    name->setContentsMargins(kovaPx(10), 0, 0, 0);
     layout->addWidget(name);
 
     setStyleKey(m_list, "gallery.page_list");
@@ -59,9 +60,11 @@ QWidget *GalleryWindow::makeNavigation(const QString &language)
     m_list->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
     layout->addWidget(m_list, 1);
 
-    layout->addWidget(makeRowLabel(QStringLiteral("Scale %1, language %2")
-                                       .arg(DPIinfo::getInstance()->getDPI(), 0, 'g', 3)
-                                       .arg(language)));
+    QLabel *settings = makeRowLabel(QStringLiteral("Scale %1, language %2")
+                                        .arg(DPIinfo::getInstance()->getDPI(), 0, 'g', 3)
+                                        .arg(language));
+    settings->setContentsMargins(kovaPx(10), 0, 0, 0);
+    layout->addWidget(settings);
     return column;
 }
 
@@ -78,7 +81,7 @@ QWidget *GalleryWindow::makeContent()
     m_report->setWordWrap(true);
     m_report->setTextInteractionFlags(Qt::TextSelectableByMouse);
     layout->addWidget(m_report);
-    showReport(QString());
+    clearReport();
     return content;
 }
 
@@ -127,7 +130,7 @@ GalleryPage *GalleryWindow::showPage(int index)
         page = m_stack->widget(index)->findChild<GalleryPage *>();
     }
     if (m_stack->currentIndex() != index)
-        showReport(QString());
+        clearReport();
     m_stack->setCurrentIndex(index);
     m_list->setCurrentRow(index);
     return page;
@@ -149,6 +152,10 @@ QString GalleryWindow::reportText() const
 
 void GalleryWindow::showReport(const QString &text)
 {
-    m_report->setText(text.isEmpty() ? QStringLiteral("What you do on this page is told here.")
-                                     : text);
+    m_report->setText(text);
+}
+
+void GalleryWindow::clearReport()
+{
+    showReport(QStringLiteral("What you do on this page is told here."));
 }

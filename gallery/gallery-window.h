@@ -26,6 +26,9 @@ public:
     // What the page reported last, as shown.
     [[nodiscard]] QString reportText() const;
 
+    // Forgets what the page reported.
+    void clearReport();
+
     // The size for which pages are made.
     [[nodiscard]] static QSize designSize();
 

@@ -10,9 +10,9 @@
 
 #include <QApplication>
 #include <QLocale>
+#include <QPalette>
 #include <QScreen>
 #include <QTemporaryDir>
-#include <QTimer>
 
 #include <clocale>
 #include <cstdio>
@@ -28,25 +28,25 @@ int complain(const QString &text, int exitCode)
     return exitCode;
 }
 
-// The desktop's family, at the size for which the theme is drawn.
-void chooseFont()
+// The desktop's family, at the size for which the theme is drawn, and links in its accent colour,
+// which style sheets cannot give.
+void chooseTypography()
 {
     QFont font = QApplication::font();
     font.setPixelSize(kovaPx(13));
     QApplication::setFont(font);
+    QPalette palette = QApplication::palette();
+    palette.setColor(QPalette::Link, QColor(0x16, 0x70, 0xB0));
+    palette.setColor(QPalette::LinkVisited, QColor(0x16, 0x70, 0xB0));
+    QApplication::setPalette(palette);
 }
 
-int runScreenshots(GalleryWindow *window, const QString &folder)
+int runScreenshots(GalleryWindow *window, const GalleryOptions &options)
 {
-    QString error;
-    QTimer::singleShot(0, window, [&] {
-        error = takeScreenshots(window, folder);
-        QApplication::exit();
-    });
-    QApplication::exec();
+    const QString error = takeScreenshots(window, options.screenshots, options.page);
     if (!error.isEmpty())
         return complain(error, failed);
-    std::printf("The pictures are in %s\n", qPrintable(folder));
+    std::printf("The pictures are in %s\n", qPrintable(options.screenshots));
     return 0;
 }
 
@@ -88,7 +88,7 @@ int main(int argc, char **argv)
                                ? KovaLocale::getInstance()->getDefaultLanguage()
                                : options.language;
     QLocale::setDefault(QLocale(localeName(language)));
-    chooseFont();
+    chooseTypography();
 
     // A folder of its own: galleries with different scales may run side by side.
     const QTemporaryDir userData;
@@ -108,6 +108,5 @@ int main(int argc, char **argv)
 
     GalleryWindow window(language);
     window.showPageNamed(options.page);
-    return options.screenshots.isEmpty() ? runWindow(&window)
-                                         : runScreenshots(&window, options.screenshots);
+    return options.screenshots.isEmpty() ? runWindow(&window) : runScreenshots(&window, options);
 }

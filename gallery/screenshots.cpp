@@ -92,29 +92,36 @@ public:
     {
     }
 
-    QString takeAll()
+    QString takeAll(const QString &pageName)
     {
         const std::vector<PageEntry> &pages = pageRegistry();
-        for (std::size_t index = 0; index < pages.size() && m_error.isEmpty(); ++index) {
-            GalleryPage *page = m_window->showPage(int(index));
-            letEventsPass();
-            await(pages[index].name, [page] { return page->isReady(); });
-            take(pages[index].name);
-            for (const Scene &scene : page->scenes()) {
-                if (m_error.isEmpty())
-                    stage(pages[index].name + QLatin1Char('-') + scene.name, scene);
-            }
+        for (std::size_t index = 0; index < pages.size(); ++index) {
+            if (pageName.isEmpty() || pageName == pages[index].name)
+                takePage(pages[index].name, m_window->showPage(int(index)));
         }
         return m_error;
     }
 
 private:
-    // Opening may block in a loop of its own, in which the picture is taken and the end is made.
+    void takePage(const QString &name, const GalleryPage *page)
+    {
+        letEventsPass();
+        await(name, [page] { return page->isReady(); });
+        take(name);
+        for (const Scene &scene : page->scenes()) {
+            if (m_error.isEmpty())
+                stage(name + QLatin1Char('-') + scene.name, scene);
+        }
+    }
+
+    // Opening may block in a loop of its own, in which the picture is taken and the end is made. A
+    // timer does that, not a queued call: what is posted stays undelivered in a loop inside one.
     void stage(const QString &name, const Scene &scene)
     {
+        m_window->clearReport();
         bool open = true;
         QEventLoop finished;
-        QTimer::singleShot(0, m_window, [&] {
+        QTimer::singleShot(turnMilliseconds, m_window, [&] {
             letEventsPass();
             await(name, scene.ready);
             take(name);
@@ -158,7 +165,7 @@ private:
 
 } // namespace
 
-QString takeScreenshots(GalleryWindow *window, const QString &folder)
+QString takeScreenshots(GalleryWindow *window, const QString &folder, const QString &pageName)
 {
     if (!QDir().mkpath(folder))
         return QStringLiteral("Cannot make the folder \"%1\".").arg(folder);
@@ -168,5 +175,5 @@ QString takeScreenshots(GalleryWindow *window, const QString &folder)
     window->show();
     window->activateWindow();
     letEventsPass();
-    return Photographer(window, folder).takeAll();
+    return Photographer(window, folder).takeAll(pageName);
 }

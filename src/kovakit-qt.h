@@ -22,6 +22,8 @@
 #include <kovakit-qt/widgets/kova-mask.h>
 #include <kovakit-qt/widgets/kova-msg-box.h>
 #include <kovakit-qt/widgets/kova-msg-sheet.h>
+#include <kovakit-qt/widgets/kova-paging-bar.h>
+#include <kovakit-qt/widgets/kova-paging-model.h>
 #include <kovakit-qt/widgets/kova-radio-button.h>
 #include <kovakit-qt/widgets/kova-sheet.h>
 #include <kovakit-qt/widgets/message-label.h>

@@ -32,6 +32,9 @@ public:
      */
     [[nodiscard]] QString getString(const QString &key) const;
 
+    /** Whether a text is installed for @p key. For words that a host may do without. */
+    [[nodiscard]] bool hasString(const QString &key) const { return m_strings.contains(key); }
+
 private:
     ComponentStrings() = default;
     Q_DISABLE_COPY(ComponentStrings)

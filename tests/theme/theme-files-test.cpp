@@ -56,6 +56,8 @@ const QStringList otherKeys{QStringLiteral("ok"),
                             QStringLiteral("last_page"),
                             QStringLiteral("next_5_pages"),
                             QStringLiteral("pagebar_refresh"),
+                            QStringLiteral("accessible_page"),
+                            QStringLiteral("accessible_current_page"),
                             QStringLiteral("today"),
                             QStringLiteral("accessible_calendar"),
                             QStringLiteral("accessible_calendar_prev_month"),
@@ -229,6 +231,9 @@ void ThemeFilesTest::stringsAreComplete()
     QCOMPARE(QStringList(strings.keys()), expectedKeys);
     for (const QString &text : strings)
         QVERIFY(!text.isEmpty() && text == text.trimmed());
+    QVERIFY(strings.value(QStringLiteral("accessible_page")).contains(QLatin1String("%1")));
+    const QString currentPage = strings.value(QStringLiteral("accessible_current_page"));
+    QVERIFY(currentPage.contains(QLatin1String("%1")) && currentPage.contains(QLatin1String("%2")));
 
     const QLocale data(locale);
     for (int day = 0; day < dayKeys.size(); ++day)

@@ -32,6 +32,8 @@ void ComponentStringsTest::installReplacesTheTable()
         {{QStringLiteral("ok"), QStringLiteral("Gut")}, {QStringLiteral("cancel"), QString()}});
     QCOMPARE(strings->getString(QStringLiteral("ok")), QStringLiteral("Gut"));
     QCOMPARE(strings->getString(QStringLiteral("cancel")), QString());
+    QVERIFY(strings->hasString(QStringLiteral("cancel")));
+    QVERIFY(!strings->hasString(QStringLiteral("today")));
     QCOMPARE(warnings.take(), QStringList());
 
     strings->installStrings({{QStringLiteral("cancel"), QStringLiteral("Zurück")}});

@@ -16,9 +16,12 @@
 #include <kovakit-qt/utils/kova-locale.h>
 #include <kovakit-qt/utils/ui-path-manager.h>
 #include <kovakit-qt/utils/util.h>
+#include <kovakit-qt/widgets/event-filters.h>
 #include <kovakit-qt/widgets/kova-button.h>
 #include <kovakit-qt/widgets/kova-check-box.h>
+#include <kovakit-qt/widgets/kova-countdown-msg-box.h>
 #include <kovakit-qt/widgets/kova-icon-button.h>
+#include <kovakit-qt/widgets/kova-input-sheet.h>
 #include <kovakit-qt/widgets/kova-mask.h>
 #include <kovakit-qt/widgets/kova-msg-box.h>
 #include <kovakit-qt/widgets/kova-msg-sheet.h>

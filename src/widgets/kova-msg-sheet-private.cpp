@@ -215,16 +215,7 @@ void KovaMessageSheetPrivate::setupLayout()
         main->addWidget(buttonBox);
     }
 
-    q->restoreShadowMargins();
-    q->setSizePolicy(QSizePolicy::Fixed, QSizePolicy::Maximum);
-    q->setFixedWidth(kovaPx(getPreferredWidth()));
-    // The labels get their heights now, or else the first frame shows the sheet too low.
-    main->activate();
-    textLabel->fitHeight();
-    if (informativeLabel)
-        informativeLabel->fitHeight();
-    q->updateGeometry();
-    q->adjustSize();
+    q->fitToWidth(kovaPx(getPreferredWidth()));
 }
 
 int KovaMessageSheetPrivate::getPreferredWidth() const

@@ -72,6 +72,19 @@ void KovaSheet::setWidget(QWidget *widget)
     adjustSize();
 }
 
+void KovaSheet::fitToWidth(int width)
+{
+    restoreShadowMargins();
+    setSizePolicy(QSizePolicy::Fixed, QSizePolicy::Maximum);
+    setFixedWidth(width);
+    // The labels get their heights now, or else the first frame shows the sheet too low.
+    layout()->activate();
+    for (MessageLabel *label : findChildren<MessageLabel *>())
+        label->fitHeight();
+    updateGeometry();
+    adjustSize();
+}
+
 void KovaSheet::showEvent(QShowEvent *event)
 {
     restoreShadowMargins();

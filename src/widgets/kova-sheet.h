@@ -57,17 +57,20 @@ protected:
     void paintEvent(QPaintEvent *event) override;
 
     /**
-     * Makes the margins as wide as the shadow again.
+     * Fixes the width at @p width device pixels, shadow included, and makes the sheet as high as
+     * its layout, with the message labels in it, needs at that width.
      *
-     * A style that is applied to the sheet takes the margins away; a subclass calls this before it
-     * asks its layout for sizes.
+     * The sheet must have a layout.
      */
-    void restoreShadowMargins();
+    void fitToWidth(int width);
 
     /** Paints the shadow band along the four sides; a picture that is missing leaves a gap. */
     void drawShadow(QPainter &painter);
 
 private:
+    // A style that is applied to the sheet takes the margins away.
+    void restoreShadowMargins();
+
     int shadowMargin;
     bool m_onHeap;
 };

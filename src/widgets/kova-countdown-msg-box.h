@@ -1,0 +1,50 @@
+#pragma once
+
+#include <kovakit-qt/kovakit-export.h>
+
+#include <QMessageBox>
+#include <QTimer>
+
+/**
+ * A message box that accepts by itself when the seconds shown in its accept button have run out.
+ *
+ * For a confirmation that goes ahead unless the user cancels. Set icon, title and texts with the
+ * functions of QMessageBox and call exec(): it returns QMessageBox::Ok (1024) when the accept
+ * button was pressed, by the user or by the countdown, and QMessageBox::Discard (8388608) for the
+ * second button, which is labelled as the way out.
+ *
+ * A box built for N seconds reads N - 1 as soon as it is seen and presses its button N seconds
+ * after it was shown. Only the end of the count or of the box stops the count: a box that is kept
+ * after it was closed still presses its button, and one that is shown again afterwards presses it
+ * at once. Escape and the window's own close button do nothing unless you name a button for them
+ * with setEscapeButton().
+ *
+ * The host must have loaded style files and strings.
+ */
+class KOVAKIT_EXPORT KovaCountdownMessageBox : public QMessageBox
+{
+    Q_OBJECT
+
+public:
+    /** A box that counts down from @p seconds once it is shown; @p parent may be null. */
+    KovaCountdownMessageBox(int seconds, QWidget *parent);
+
+public Q_SLOTS:
+    /**
+     * Counts one second down, or clicks the default button when none is left.
+     *
+     * The default button is the accept button unless another was set; without one nothing is
+     * clicked.
+     */
+    void slotTick();
+
+protected:
+    /** Counts the first second down at once and starts the clock. */
+    void showEvent(QShowEvent *event) override;
+
+private:
+    void updateButtonText();
+
+    QTimer timer;
+    int count;
+};

@@ -1,0 +1,189 @@
+#include "kova-input-sheet.h"
+
+#include "message-label.h"
+#include "sheet-buttons_p.h"
+#include "sheet-modality_p.h"
+
+#include <kovakit-qt/style/dpi-info.h>
+#include <kovakit-qt/style/style-manager.h>
+
+#include <QDialogButtonBox>
+#include <QLineEdit>
+#include <QPushButton>
+#include <QTextDocumentFragment>
+#include <QVBoxLayout>
+
+class KovaInputSheetPrivate : public QObject
+{
+public:
+    explicit KovaInputSheetPrivate(KovaInputSheet *sheet);
+
+    void initialize();
+    void setText(const QString &text);
+    void setupLayout();
+    [[nodiscard]] int getPreferredWidth() const;
+    void show(bool blockCloseButton);
+
+    KovaInputSheet *q;
+    MessageLabel *textLabel;
+    QLineEdit *lineEdit;
+    QDialogButtonBox *buttonBox;
+    SheetModality modality;
+};
+
+KovaInputSheetPrivate::KovaInputSheetPrivate(KovaInputSheet *sheet)
+    : QObject(sheet)
+    , q(sheet)
+    , textLabel(new MessageLabel(sheet))
+    , lineEdit(new QLineEdit(sheet))
+    , buttonBox(new QDialogButtonBox(sheet))
+    , modality(sheet, [sheet] { sheet->quit(); })
+{
+}
+
+void KovaInputSheetPrivate::initialize()
+{
+    buttonBox->setStandardButtons(QDialogButtonBox::Ok | QDialogButtonBox::Discard);
+    dressOkButton(buttonBox, componentString("ok"));
+    dressSecondButton(buttonBox, componentString("cancel"));
+    orderButtons(buttonBox);
+    lineEdit->setFixedHeight(kovaPx(28));
+    lineEdit->setStyleSheet(getStyleSheet("component.lineedit", false));
+    q->setStyleSheet(getStyleSheet("component.message_sheet_other", false));
+    connect(buttonBox, &QDialogButtonBox::clicked, q, &KovaInputSheet::buttonClick);
+    setupLayout();
+}
+
+void KovaInputSheetPrivate::setText(const QString &text)
+{
+    textLabel->setText(sheetParagraph(text, 20));
+    textLabel->setWordWrap(true);
+    textLabel->setAlignment(Qt::AlignTop);
+    textLabel->setSizePolicy(QSizePolicy::Minimum, QSizePolicy::Maximum);
+    lineEdit->setAccessibleName(QTextDocumentFragment::fromHtml(text).toPlainText());
+    setupLayout();
+}
+
+void KovaInputSheetPrivate::setupLayout()
+{
+    delete q->layout();
+    auto *main = new QVBoxLayout(q);
+    const int margin = kovaPx(10);
+    main->setContentsMargins(margin, margin, margin, margin);
+    main->setSpacing(0);
+    main->addWidget(textLabel);
+    main->addSpacing(kovaPx(8));
+    main->addWidget(lineEdit);
+    if (!buttonBox->buttons().isEmpty()) {
+        main->addSpacing(kovaPx(24));
+        main->addWidget(buttonBox);
+    }
+
+    q->fitToWidth(kovaPx(getPreferredWidth()));
+}
+
+int KovaInputSheetPrivate::getPreferredWidth() const
+{
+    constexpr int widest = 480;
+    constexpr int margins = 40;
+    const QWidget *parent = q->parentWidget();
+    if (!parent)
+        return widest;
+    const double available = parent->width() / DPIinfo::getInstance()->getDPI();
+    return available < widest + margins ? int(std::max(0.0, available - margins)) : widest;
+}
+
+void KovaInputSheetPrivate::show(bool blockCloseButton)
+{
+    q->show();
+    modality.begin(blockCloseButton);
+    // An initial text that the caller selected stays selected: a focus that is there already is
+    // not taken away first.
+    lineEdit->setFocus(Qt::OtherFocusReason);
+}
+
+KovaInputSheet::KovaInputSheet(QWidget *parent)
+    : KovaSheet(parent)
+    , d(new KovaInputSheetPrivate(this))
+{
+    d->initialize();
+}
+
+KovaInputSheet::KovaInputSheet(const QString &text, QWidget *parent)
+    : KovaInputSheet(parent)
+{
+    setText(text);
+}
+
+// The modality has to be undone while the sheet is still a sheet.
+KovaInputSheet::~KovaInputSheet()
+{
+    delete d;
+}
+
+void KovaInputSheet::setText(const QString &text)
+{
+    d->setText(text);
+}
+
+QLineEdit *KovaInputSheet::getLineEdit()
+{
+    return d->lineEdit;
+}
+
+QString KovaInputSheet::getContent()
+{
+    return d->lineEdit->text();
+}
+
+QAbstractButton *KovaInputSheet::button(QMessageBox::StandardButton which) const
+{
+    return d->buttonBox->button(QDialogButtonBox::StandardButton(which));
+}
+
+void KovaInputSheet::setDefaultButton(QPushButton *button)
+{
+    if (button)
+        button->setDefault(true);
+}
+
+void KovaInputSheet::setBlockWindowButton(bool block)
+{
+    blockWindowButton = block;
+}
+
+int KovaInputSheet::exec()
+{
+    d->show(blockWindowButton);
+    return d->modality.exec();
+}
+
+void KovaInputSheet::showSheet()
+{
+    d->show(false);
+}
+
+void KovaInputSheet::done(int ret)
+{
+    d->modality.finish(ret);
+}
+
+void KovaInputSheet::quit()
+{
+    done(0);
+}
+
+void KovaInputSheet::buttonClick(QAbstractButton *which)
+{
+    done(d->buttonBox->standardButton(which));
+}
+
+bool KovaInputSheet::focusNextPrevChild(bool next)
+{
+    return d->modality.moveFocus(next);
+}
+
+bool KovaInputSheet::eventFilter(QObject *watched, QEvent *event)
+{
+    return d->modality.filterWindow(watched, event, blockWindowButton, d->buttonBox);
+}

@@ -107,7 +107,7 @@ void DpiInfoTest::equalsTheRegularExpression()
     };
     int scaledTexts = 0;
     for (const QString &alphabet : alphabets) {
-        for (int i = 0; i < 20000; ++i) {
+        for (int i = 0; i < 5000; ++i) {
             const QString text = randomText(random, alphabet, int(random.bounded(24)));
             const QString expected = scaledByRegularExpression(text, scale());
             // Beyond the range of an int the reference has no defined result.
@@ -119,7 +119,7 @@ void DpiInfoTest::equalsTheRegularExpression()
             scaledTexts += expected != text;
         }
     }
-    QVERIFY(scaledTexts > 1000);
+    QVERIFY(scaledTexts > 500);
 }
 
 void DpiInfoTest::survivesHugeNumbers()

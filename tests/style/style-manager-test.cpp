@@ -161,7 +161,7 @@ void StyleManagerTest::equalsTheDefinition()
                             QStringLiteral("a"),  QStringLiteral("b"),  QStringLiteral("/"),
                             QStringLiteral("*"),  QStringLiteral("\t"), QStringLiteral("ä")};
     int compared = 0;
-    for (int i = 0; i < 3000; ++i) {
+    for (int i = 0; i < 1000; ++i) {
         // A key of its own keeps the entries of earlier rounds apart.
         QString text = QStringLiteral("==first%1==\n").arg(i);
         for (int w = int(random.bounded(40)); w > 0; --w)
@@ -175,7 +175,7 @@ void StyleManagerTest::equalsTheDefinition()
             QCOMPARE(getStyleSheet(it.key(), true), it.value());
         }
     }
-    QVERIFY(compared > 3000);
+    QVERIFY(compared > 1000);
 }
 
 void StyleManagerTest::isLinear()

@@ -36,21 +36,21 @@ KovaInputSheetPrivate::KovaInputSheetPrivate(KovaInputSheet *sheet)
     , q(sheet)
     , textLabel(new MessageLabel(sheet))
     , lineEdit(new QLineEdit(sheet))
-    , buttonBox(new QDialogButtonBox(sheet))
+    , buttonBox(newButtonBox(sheet))
     , modality(sheet, [sheet] { sheet->quit(); })
 {
 }
 
 void KovaInputSheetPrivate::initialize()
 {
+    q->setStyleSheet(getStyleSheet("component.message_sheet_other", false));
+    orderButtons(buttonBox);
+    connect(buttonBox, &QDialogButtonBox::clicked, q, &KovaInputSheet::buttonClick);
     buttonBox->setStandardButtons(QDialogButtonBox::Ok | QDialogButtonBox::Discard);
     dressOkButton(buttonBox, componentString("ok"));
     dressSecondButton(buttonBox, componentString("cancel"));
-    orderButtons(buttonBox);
     lineEdit->setFixedHeight(kovaPx(28));
     lineEdit->setStyleSheet(getStyleSheet("component.lineedit", false));
-    q->setStyleSheet(getStyleSheet("component.message_sheet_other", false));
-    connect(buttonBox, &QDialogButtonBox::clicked, q, &KovaInputSheet::buttonClick);
     setupLayout();
 }
 

@@ -59,7 +59,7 @@ KovaMessageSheetPrivate::KovaMessageSheetPrivate(KovaMessageSheet *sheet)
     , q(sheet)
     , textLabel(new MessageLabel(sheet))
     , iconLabel(new QLabel(sheet))
-    , buttonBox(new QDialogButtonBox(sheet))
+    , buttonBox(newButtonBox(sheet))
     , modality(sheet, [sheet] { sheet->quit(); })
 {
 }

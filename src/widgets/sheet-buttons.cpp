@@ -5,8 +5,11 @@
 #include <kovakit-qt/utils/component-strings.h>
 
 #include <QDialogButtonBox>
+#include <QEvent>
 #include <QProxyStyle>
 #include <QPushButton>
+
+#include <algorithm>
 
 namespace {
 
@@ -23,7 +26,39 @@ public:
     }
 };
 
+// Hands a style on to its buttons only if it is new to them. Otherwise they would parse their style
+// texts again whenever the sheet's surroundings change, as when it is put into a mask.
+class SheetButtonBox : public QDialogButtonBox
+{
+public:
+    using QDialogButtonBox::QDialogButtonBox;
+
+protected:
+    void changeEvent(QEvent *event) override
+    {
+        if (event->type() == QEvent::StyleChange && buttonsHaveStyle())
+            QWidget::changeEvent(event); // NOLINT(bugprone-parent-virtual-call)
+        else
+            QDialogButtonBox::changeEvent(event);
+    }
+
+private:
+    [[nodiscard]] bool buttonsHaveStyle() const
+    {
+        const QList<QAbstractButton *> all = buttons();
+        return !all.isEmpty()
+            && std::all_of(all.begin(), all.end(), [this](const QAbstractButton *button) {
+                   return button->style() == style();
+               });
+    }
+};
+
 } // namespace
+
+QDialogButtonBox *newButtonBox(QWidget *sheet)
+{
+    return new SheetButtonBox(sheet);
+}
 
 QString componentString(const char *key)
 {

@@ -3,8 +3,12 @@
 class QAbstractButton;
 class QDialogButtonBox;
 class QString;
+class QWidget;
 
 // What sheets and message boxes do alike with their texts and buttons.
+
+// An empty button box; @p sheet owns it.
+[[nodiscard]] QDialogButtonBox *newButtonBox(QWidget *sheet);
 
 // The host's text for @p key.
 QString componentString(const char *key);

@@ -10,6 +10,7 @@
 #include <memory>
 
 // Last, because Xlib's macros (None, Bool, Status ...) take names that Qt uses.
+#include <X11/XKBlib.h>
 #include <X11/Xlib-xcb.h>
 #include <X11/Xlib.h>
 #include <xcb/xcb.h>
@@ -45,7 +46,10 @@ Display *openDisplay()
     static Display *previous = nullptr;
     if (previous)
         XCloseDisplay(previous);
+    // Every round trip delays the sheet. This connection has no use for the keyboard.
+    XkbIgnoreExtension(True);
     previous = XOpenDisplay(nullptr);
+    XkbIgnoreExtension(False);
     return previous;
 }
 
@@ -81,7 +85,8 @@ void SHAPISetCloseButtonOfWindowEnable(QWidget *widget, bool enable, void **save
         return;
     xcb_connection_t *connection = XGetXCBConnection(display);
     XSetEventQueueOwner(display, XCBOwnsEventQueue);
-    const auto atom = xcb_atom_t(XInternAtom(display, "_MOTIF_WM_HINTS", False));
+    // Atoms are the server's, not the connection's.
+    static const auto atom = xcb_atom_t(XInternAtom(display, "_MOTIF_WM_HINTS", False));
 
     MotifHints hints = readHints(connection, window, atom);
     if (!enable) {

@@ -82,7 +82,7 @@ QString houseThemeFolder()
     const QDir program(QCoreApplication::applicationDirPath());
     for (const QString &folder :
          {QStringLiteral(GALLERY_INSTALLED_THEME), QStringLiteral("../theme")}) {
-        const QString path = QDir::cleanPath(program.absoluteFilePath(folder));
+        QString path = QDir::cleanPath(program.absoluteFilePath(folder));
         if (QFile::exists(path + QLatin1String("/images.json")))
             return path;
     }

@@ -17,6 +17,8 @@
 #include <kovakit-qt/utils/ui-path-manager.h>
 #include <kovakit-qt/utils/util.h>
 #include <kovakit-qt/widgets/event-filters.h>
+#include <kovakit-qt/widgets/file-system-tree-widget-item.h>
+#include <kovakit-qt/widgets/item-delegate.h>
 #include <kovakit-qt/widgets/kova-button.h>
 #include <kovakit-qt/widgets/kova-check-box.h>
 #include <kovakit-qt/widgets/kova-countdown-msg-box.h>
@@ -29,5 +31,6 @@
 #include <kovakit-qt/widgets/kova-paging-model.h>
 #include <kovakit-qt/widgets/kova-radio-button.h>
 #include <kovakit-qt/widgets/kova-sheet.h>
+#include <kovakit-qt/widgets/kova-tree-widget.h>
 #include <kovakit-qt/widgets/message-label.h>
 #include <kovakit-qt/widgets/shapi-linux.h>

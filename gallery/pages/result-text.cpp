@@ -14,9 +14,7 @@ QString resultText(int code)
                    "%1 (QMessageBox::Discard): the second button of a sheet was pressed.")
             .arg(code);
     case QMessageBox::Cancel:
-        return QStringLiteral(
-                   "%1 (QMessageBox::Cancel): the second button of a box was pressed, or "
-                   "the box was closed.")
+        return QStringLiteral("%1 (QMessageBox::Cancel): the box was declined or closed.")
             .arg(code);
     default:
         return QStringLiteral("%1.").arg(code);

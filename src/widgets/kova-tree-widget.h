@@ -1,0 +1,101 @@
+#pragma once
+
+#include <kovakit-qt/kovakit-export.h>
+#include <kovakit-qt/widgets/file-system-tree-widget-item.h>
+#include <kovakit-qt/widgets/item-delegate.h>
+
+#include <QColor>
+#include <QPersistentModelIndex>
+#include <QPoint>
+#include <QTreeWidget>
+
+#include <optional>
+
+/**
+ * A tree, made for folders, with a rounded highlight behind the selected rows and the row under the
+ * pointer.
+ *
+ * It comes without delegate, style sheet and colours. A host usually sets an ItemDelegate, fills
+ * the tree with FileSystemTreeWidgetItem, hides the header, and sets a style sheet whose own
+ * selection background is transparent, since that is painted over the highlight:
+ *
+ *     auto *tree = new KovaTreeWidget(this);
+ *     auto *delegate = new ItemDelegate;
+ *     delegate->setParent(tree);
+ *     tree->setItemDelegate(delegate);
+ *     tree->setHeaderHidden(true);
+ *     tree->setBackgroundColor(QColor(0xD6, 0xE8, 0xF6), QColor(0xE3, 0xE9, 0xEF));
+ *
+ * Which row is under the pointer is worked out for a tree with a hidden header; a header that shows
+ * moves the hover highlight down by its height. Rows whose items lack Qt::ItemIsUserCheckable are
+ * drawn in the disabled look, though they can be used like all others.
+ */
+class KOVAKIT_EXPORT KovaTreeWidget : public QTreeWidget
+{
+    Q_OBJECT
+
+public:
+    /** An empty tree, with a header, as QTreeWidget makes it. */
+    explicit KovaTreeWidget(QWidget *parent = nullptr);
+
+    /**
+     * Sets the colours behind selected rows and behind the row under the pointer.
+     *
+     * Without them, or with invalid colours, the highlight is black inside its white outline.
+     */
+    void setBackgroundColor(QColor selected, QColor hover);
+
+    /**
+     * Scrolls sideways until the beginning of @p item is in the middle of the viewport, unless it
+     * is in sight already with at least 100 design pixels after it. Null does nothing.
+     */
+    void updateScrollArea(QTreeWidgetItem *item);
+
+Q_SIGNALS:
+    /**
+     * The right mouse button was pressed on the viewport, before the row under it gets selected.
+     *
+     * Emitted synchronously with positions in the viewport; @p event lives until the slots return.
+     * To open a menu use QMenu::popup(), so that the row is selected while the menu is open.
+     */
+    void sigMouseRightClickEvent(QMouseEvent *event);
+
+    /**
+     * A key was pressed, whatever it is, before the tree handles it.
+     *
+     * Emitted synchronously; @p event lives until the slots return.
+     */
+    void sigKeyPressEvent(QKeyEvent *event);
+
+protected:
+    /** Reports every key, then handles it as any tree does. */
+    void keyPressEvent(QKeyEvent *event) override;
+    /** Reports presses of the right button, then handles every press as any tree does. */
+    void mousePressEvent(QMouseEvent *event) override;
+    /** Announces the current item anew, or makes the top visible row current if there is none. */
+    void focusInEvent(QFocusEvent *event) override;
+    /** Keeps the highlight under the pointer. */
+    bool viewportEvent(QEvent *event) override;
+    /** Keeps the highlight under the pointer, over which the rows move away. */
+    void scrollContentsBy(int dx, int dy) override;
+    /** Asks for the pointer once for all rows. */
+    void paintEvent(QPaintEvent *event) override;
+    /** Draws the highlight of the row, then the row. */
+    void drawRow(QPainter *painter, const QStyleOptionViewItem &option,
+                 const QModelIndex &index) const override;
+
+private:
+    QPoint pointerPosition() const;
+    bool isUnderPointer(const QRect &row) const;
+    int leadingX() const;
+    QModelIndex rowAt(const QPoint &position) const;
+    void setHoveredRow(const QModelIndex &index) const;
+    void updateRow(const QModelIndex &index) const;
+    void drawHighlight(QPainter *painter, const QRect &row, const QColor &color) const;
+
+    QColor m_selectedColor;
+    QColor m_hoverColor;
+    std::optional<QPoint> m_paintPointer;
+    std::optional<QPoint> m_lastPointer;
+    mutable QPersistentModelIndex m_hoveredRow;
+};

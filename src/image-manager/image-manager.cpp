@@ -80,9 +80,9 @@ void ImageManager::readJson()
     const QString path = UIPathManager::getInstance()->getPath(QStringLiteral("resource_path"))
                        + QLatin1String("/images.json");
     const QJsonObject description = QJsonDocument::fromJson(readFileText(path).toUtf8()).object();
-    for (const QJsonValue &item : description.value(QLatin1String("images")).toArray())
+    for (const auto &item : description.value(QLatin1String("images")).toArray())
         parseJson(item.toString());
-    for (const QJsonValue &item : description.value(QLatin1String("tmp_images")).toArray())
+    for (const auto &item : description.value(QLatin1String("tmp_images")).toArray())
         prepareTempImage(item.toString().remove(QLatin1Char(' ')));
 }
 

@@ -2,6 +2,7 @@
 set -euo pipefail
 
 program=$(basename "$0")
+caller=$PWD
 root=$(cd "$(dirname "${BASH_SOURCE[0]}")/.." && pwd)
 cd "$root"
 jobs=$(nproc)

@@ -2,6 +2,7 @@
 
 #include <QVector>
 
+#include <iterator>
 #include <limits>
 
 namespace {
@@ -91,18 +92,50 @@ private:
     int m_significant;
 };
 
+// The value of a number that is written as nearly all are, with one to three ASCII digits; -1 for
+// any other.
+int plainValue(const QString &text, const Length &length)
+{
+    if (length.point != length.end || length.end - length.start > resumeDistance)
+        return -1;
+    int value = 0;
+    for (int i = length.start; i < length.end; ++i) {
+        const ushort c = text.at(i).unicode();
+        if (c > '9')
+            return -1;
+        value = value * 10 + (c - '0');
+    }
+    return value;
+}
+
+void appendNumber(QString &text, int number)
+{
+    QChar digits[std::numeric_limits<int>::digits10 + 1];
+    QChar *const end = std::end(digits);
+    QChar *begin = end;
+    do {
+        *--begin = QLatin1Char(char('0' + number % 10));
+        number /= 10;
+    } while (number > 0);
+    text.append(begin, int(end - begin));
+}
+
+// The position of the next "px" from @p from on, or -1. Its second letter is the rare one.
+int nextUnit(const QString &text, int from)
+{
+    for (int x = text.indexOf(QLatin1Char('x'), from + 1); x >= 0;
+         x = text.indexOf(QLatin1Char('x'), x + 1)) {
+        if (text.at(x - 1) == QLatin1Char('p'))
+            return x - 1;
+    }
+    return -1;
+}
+
 } // namespace
 
 QString scalePixelLengths(const QString &text, double scale)
 {
     const QLatin1String unit("px");
-
-    QString result;
-    result.reserve(text.size() + text.size() / 8);
-
-    int position = text.indexOf(unit);
-    if (position < 0)
-        return text;
 
     // The text between two ordinary matches is appended before the next match of the stepping
     // search. That search has more matches than there are such pieces as soon as one number is
@@ -115,28 +148,40 @@ QString scalePixelLengths(const QString &text, double scale)
     QVector<Piece> pieces;
     QVector<Length> lengths;
     int pieceStart = 0;
-    for (; position >= 0; position = text.indexOf(unit, position + unit.size())) {
-        const Length length = lengthBefore(text, position, pieceStart);
+    for (int at = nextUnit(text, 0); at >= 0; at = nextUnit(text, at + unit.size())) {
+        const Length length = lengthBefore(text, at, pieceStart);
         if (length.start == length.end)
             continue;
         pieces.append({pieceStart, length.start - pieceStart});
         lengths.append(length);
-        pieceStart = position + unit.size();
+        pieceStart = at + unit.size();
     }
+    if (lengths.isEmpty())
+        return text;
     pieces.append({pieceStart, text.size() - pieceStart});
 
+    QString result;
+    // Few lengths get more than one digit longer, and every widget keeps its text.
+    result.reserve(text.size() + lengths.size());
     int piece = 0;
     const auto appendPiece = [&] {
         if (piece < pieces.size())
-            result.append(text.midRef(pieces.at(piece).start, pieces.at(piece).length));
+            result.append(text.constData() + pieces.at(piece).start, pieces.at(piece).length);
         ++piece;
     };
     for (const Length &length : qAsConst(lengths)) {
+        const int plain = plainValue(text, length);
+        if (plain >= 0) {
+            appendPiece();
+            appendNumber(result, int(plain * scale));
+            result.append(unit);
+            continue;
+        }
         SuffixValue value(text, length);
         int from = length.start;
         while (from < length.end) {
             appendPiece();
-            result.append(QString::number(value.scaled(from, scale)));
+            appendNumber(result, value.scaled(from, scale));
             result.append(unit);
             from += resumeDistance;
             // A match begins with a digit.
@@ -145,5 +190,6 @@ QString scalePixelLengths(const QString &text, double scale)
         }
     }
     appendPiece();
-    return result;
+    // At scale 1 the widgets of one kind share one text.
+    return result == text ? text : result;
 }

@@ -107,7 +107,7 @@ void Bench::compare(const BenchRow &row, const Side &ours, const Side &yardstick
     const QString spread = QStringLiteral("%1 - %2")
                                .arg(quantile(ratios, 0.25), 0, 'f', 3)
                                .arg(quantile(ratios, 0.75), 0, 'f', 3);
-    const double ratio = median(left) / median(right);
+    const double ratio = median(ratios);
     print(row,
           QStringLiteral("%1 %2 %3 %4 %5")
               .arg(number(median(left)), 12)

@@ -38,7 +38,8 @@ public:
     Bench(Mode mode, const QString &only, int rounds);
 
     // Enters the ratio of @p ours to @p yardstick. Both are measured in the same rounds, taking
-    // turns at going first, after one round that does not count; the figures are medians.
+    // turns at going first, after one round that does not count; the ratio is the median of the
+    // rounds' ratios, so that a machine that is busy for a while slows both sides of it.
     void compare(const BenchRow &row, const Side &ours, const Side &yardstick);
 
     // Enters the median of one figure. The row's limit is one for the figure itself.

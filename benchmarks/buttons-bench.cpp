@@ -75,13 +75,32 @@ QWidget *kovaIconButton(int)
     return new KovaIconButton(QStringLiteral("bt_next"));
 }
 
+// Takes the size of its picture when it is shown, as the house's button does.
+class PlainToolButton : public QToolButton
+{
+public:
+    explicit PlainToolButton(const QPixmap &picture)
+        : m_size(picture.size())
+    {
+        setIcon(QIcon(picture));
+    }
+
+protected:
+    void showEvent(QShowEvent *event) override
+    {
+        setIconSize(m_size);
+        QToolButton::showEvent(event);
+    }
+
+private:
+    const QSize m_size;
+};
+
 QWidget *plainToolButton(int)
 {
     static const QString sheet = getStyleSheet("component.icon_button", false);
     static const QPixmap picture = getGlobalImage("bt_next", ImageManager::Default);
-    auto *button = new QToolButton;
-    button->setIcon(QIcon(picture));
-    button->setIconSize(picture.size());
+    auto *button = new PlainToolButton(picture);
     button->setToolButtonStyle(Qt::ToolButtonIconOnly);
     button->setSizePolicy(QSizePolicy::Fixed, QSizePolicy::Fixed);
     button->setStyleSheet(sheet);

@@ -18,6 +18,8 @@
 #include <kovakit-qt/utils/util.h>
 #include <kovakit-qt/widgets/event-filters.h>
 #include <kovakit-qt/widgets/file-system-tree-widget-item.h>
+#include <kovakit-qt/widgets/html-text-browser.h>
+#include <kovakit-qt/widgets/image-downloader.h>
 #include <kovakit-qt/widgets/item-delegate.h>
 #include <kovakit-qt/widgets/kova-button.h>
 #include <kovakit-qt/widgets/kova-check-box.h>

@@ -1,0 +1,55 @@
+#include "html-download-queue_p.h"
+
+#include "html-text-browser.h"
+
+#include <algorithm>
+
+namespace {
+
+constexpr int watchInterval = 1000;
+constexpr qint64 longestSilence = 10 * 1000;
+constexpr qint64 longestDownload = 60 * 1000;
+
+} // namespace
+
+HtmlDownloadQueue::HtmlDownloadQueue()
+{
+    m_watch.setInterval(watchInterval);
+    connect(&m_watch, &QTimer::timeout, this, &HtmlDownloadQueue::endStalled);
+}
+
+void HtmlDownloadQueue::add(const QVector<ImageDownloader *> &jobs)
+{
+    m_waiting.reserve(m_waiting.size() + jobs.size());
+    std::copy(jobs.rbegin(), jobs.rend(), std::back_inserter(m_waiting));
+    startWaiting();
+}
+
+void HtmlDownloadQueue::take(ImageDownloader *job)
+{
+    if (!m_running.removeOne(job))
+        m_waiting.removeOne(job);
+    startWaiting();
+}
+
+void HtmlDownloadQueue::startWaiting()
+{
+    while (!m_waiting.isEmpty() && m_running.size() < HtmlTextBrowser::maxDownloads) {
+        m_running.append(m_waiting.takeLast());
+        m_running.last()->start();
+    }
+    if (m_waiting.isEmpty())
+        m_watch.stop();
+    else if (!m_watch.isActive())
+        m_watch.start();
+}
+
+void HtmlDownloadQueue::endStalled()
+{
+    // Each one that is given up leaves the list.
+    const QVector<ImageDownloader *> running = m_running;
+    for (ImageDownloader *job : running) {
+        if (job->idleTime() > longestSilence || job->runningTime() > longestDownload)
+            job->giveUp();
+    }
+}

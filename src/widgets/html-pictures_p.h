@@ -1,0 +1,56 @@
+#pragma once
+
+#include <QFile>
+#include <QHash>
+#include <QPixmap>
+#include <QSet>
+#include <QStringList>
+#include <QUrl>
+
+class QTextDocument;
+
+// Opens the regular file that @p name stands for, if it lies inside one of @p searchPaths after
+// all links are resolved. Program resources (qrc:) are opened as well.
+[[nodiscard]] bool openInSearchPaths(QFile &file, const QUrl &name, const QStringList &searchPaths);
+
+// The pictures of the text on show: reads them from the search paths within limits, and reads them
+// again when their files have changed.
+class HtmlPictures
+{
+public:
+    // Lets the picture called @p name show the downloaded file @p path, whose name may be spelled
+    // otherwise: with percent signs or a query. Files in the search paths go first.
+    void addDownload(const QUrl &name, const QString &path);
+
+    // The picture called @p name, or a placeholder; never null.
+    QPixmap load(const QUrl &name, const QStringList &searchPaths);
+
+    // Reads the pictures anew whose file names are in @p fileNames and hands them to @p document.
+    // Whether any of them differs from before, so that the text has to be laid out again.
+    bool refresh(QTextDocument *document, const QSet<QString> &fileNames,
+                 const QStringList &searchPaths);
+
+    // Lets @p document show @p pixmap under the name @p name, whatever else it has under it.
+    void handOver(QTextDocument *document, const QUrl &name, const QPixmap &pixmap);
+
+    // The file names of all pictures that were asked for.
+    [[nodiscard]] QSet<QString> fileNames() const;
+
+    // Forgets all pictures, also those that @p document was handed.
+    void clear(QTextDocument *document);
+
+private:
+    QPixmap read(const QUrl &name, const QStringList &searchPaths);
+    QPixmap decode(QIODevice &device, qint64 *pixels) const;
+    QString fileNameOf(const QUrl &name) const;
+
+    struct Picture
+    {
+        qint64 pixels = 0;
+        bool isHandedOver = false;
+    };
+    QHash<QUrl, Picture> m_pictures;
+    QHash<QUrl, QString> m_downloads;
+    QMultiHash<QString, QUrl> m_namesOfFile;
+    qint64 m_pixels = 0;
+};

@@ -1,0 +1,123 @@
+#include "image-downloader.h"
+
+#include <kovakit-qt/utils/safe-file_p.h>
+
+#include <QFileInfo>
+#include <QNetworkAccessManager>
+#include <QNetworkReply>
+#include <QNetworkRequest>
+#include <QUrl>
+
+namespace {
+
+constexpr qint64 readStep = 1024 * 1024;
+
+} // namespace
+
+ImageDownloader::ImageDownloader(const QString &path, const QString &address, QObject *parent)
+    : QObject(parent)
+    , filePath(path)
+    , url(address)
+{
+}
+
+ImageDownloader::~ImageDownloader()
+{
+    stop();
+    if (manager)
+        manager->deleteLater();
+}
+
+void ImageDownloader::start()
+{
+    if (manager || finished)
+        return;
+    manager = new QNetworkAccessManager;
+    connect(manager, &QNetworkAccessManager::finished, this, &ImageDownloader::slotFinishDownload);
+    m_started.start();
+    m_active.start();
+
+    const QUrl remote(url, QUrl::TolerantMode);
+    const QFileInfo local(remote.toLocalFile());
+    if (remote.isLocalFile() && local.exists() && !local.isFile()) {
+        refuse();
+        return;
+    }
+    m_reply = manager->get(QNetworkRequest(remote));
+    // What is read in one step is bounded too; the rest stays with the server.
+    m_reply->setReadBufferSize(readStep);
+    connect(m_reply, &QNetworkReply::metaDataChanged, this, &ImageDownloader::read);
+    connect(m_reply, &QNetworkReply::readyRead, this, &ImageDownloader::read);
+}
+
+void ImageDownloader::read()
+{
+    m_active.start();
+    if (!m_reply)
+        return;
+    m_body += m_reply->readAll();
+    const qint64 announced = m_reply->header(QNetworkRequest::ContentLengthHeader).toLongLong();
+    if (announced > maxBytes || m_body.size() > maxBytes)
+        m_reply->abort();
+}
+
+void ImageDownloader::stop()
+{
+    finished = true;
+    if (QNetworkReply *reply = std::exchange(m_reply, nullptr)) {
+        manager->disconnect(this);
+        reply->disconnect(this);
+        reply->abort();
+        // At once: an error that is on its way from the network's thread has nobody to go to.
+        delete reply;
+    }
+}
+
+void ImageDownloader::refuse()
+{
+    QMetaObject::invokeMethod(
+        this, [this] { finish(-1); }, Qt::QueuedConnection);
+}
+
+void ImageDownloader::giveUp()
+{
+    if (m_reply)
+        m_reply->abort();
+}
+
+qint64 ImageDownloader::idleTime() const
+{
+    return m_active.isValid() ? m_active.elapsed() : 0;
+}
+
+qint64 ImageDownloader::runningTime() const
+{
+    return m_started.isValid() ? m_started.elapsed() : 0;
+}
+
+void ImageDownloader::slotFinishDownload(QNetworkReply *reply)
+{
+    m_reply = nullptr;
+    reply->deleteLater();
+    if (finished)
+        return;
+    const bool isComplete = reply->error() == QNetworkReply::NoError;
+    if (isComplete)
+        m_body += reply->readAll();
+    if (!isComplete || m_body.size() > maxBytes) {
+        finish(-1);
+        return;
+    }
+    replaceOwnFile(filePath, m_body);
+    finish(0);
+}
+
+void ImageDownloader::finish(int code)
+{
+    if (finished)
+        return;
+    m_body = QByteArray();
+    result = code;
+    finished = true;
+    Q_EMIT sigDownloadFinish(url, result);
+}

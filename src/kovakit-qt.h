@@ -33,6 +33,9 @@
 #include <kovakit-qt/widgets/kova-paging-model.h>
 #include <kovakit-qt/widgets/kova-radio-button.h>
 #include <kovakit-qt/widgets/kova-sheet.h>
+#include <kovakit-qt/widgets/kova-table-columns-info.h>
+#include <kovakit-qt/widgets/kova-table-widget.h>
 #include <kovakit-qt/widgets/kova-tree-widget.h>
 #include <kovakit-qt/widgets/message-label.h>
+#include <kovakit-qt/widgets/resize-signal-table-widget.h>
 #include <kovakit-qt/widgets/shapi-linux.h>

@@ -7,7 +7,6 @@
 #include <QAccessible>
 #include <QDialogButtonBox>
 #include <QMovie>
-#include <QProxyStyle>
 #include <QPushButton>
 #include <QtTest>
 
@@ -50,7 +49,6 @@ private Q_SLOTS:
     void typesChooseIconAndButtons_data();
     void typesChooseIconAndButtons();
     void customTextsFallBackToTheStrings();
-    void buttonsTakeNoIconsFromThePlatform();
     void informativeTextComesAndGoes();
     void widthFollowsTheParent();
     void heightFitsTheText();
@@ -149,28 +147,6 @@ void KovaMessageSheetTest::customTextsFallBackToTheStrings()
     QCOMPARE(textOf(one, QMessageBox::Ok), QStringLiteral("Get it"));
     QCOMPARE(textOf(one, QMessageBox::Discard),
              ComponentStrings::getInstance()->getString(QStringLiteral("cancel")));
-}
-
-// Desktops differ in whether standard buttons have icons; the style text of the sheet decides.
-void KovaMessageSheetTest::buttonsTakeNoIconsFromThePlatform()
-{
-    class IconStyle : public QProxyStyle
-    {
-        int styleHint(StyleHint hint, const QStyleOption *option, const QWidget *widget,
-                      QStyleHintReturn *data) const override
-        {
-            return hint == SH_DialogButtonBox_ButtonsHaveIcons
-                     ? 1
-                     : QProxyStyle::styleHint(hint, option, widget, data);
-        }
-    };
-    const QString style = QApplication::style()->objectName();
-    QApplication::setStyle(new IconStyle);
-    QVERIFY(!QDialogButtonBox(QDialogButtonBox::Ok).button(QDialogButtonBox::Ok)->icon().isNull());
-    const KovaMessageSheet sheet(KovaMessageSheet::Question, m_window);
-    QVERIFY(sheet.button(QMessageBox::Ok)->icon().isNull());
-    QVERIFY(sheet.button(QMessageBox::Discard)->icon().isNull());
-    QApplication::setStyle(style);
 }
 
 void KovaMessageSheetTest::informativeTextComesAndGoes()

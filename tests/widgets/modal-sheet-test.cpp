@@ -6,7 +6,7 @@
 
 #include <QAbstractButton>
 #include <QAction>
-#include <QCheckBox>
+#include <QDialogButtonBox>
 #include <QLineEdit>
 #include <QMainWindow>
 #include <QMenuBar>
@@ -95,6 +95,7 @@ private Q_SLOTS:
     void windowCannotBeClosed();
     void closedWindowEndsTheSheet();
     void hiddenSheetEnds();
+    void buttonsShowNoStockIcons();
     void boxesWithoutParent();
     void masksStayBehind();
 
@@ -364,6 +365,17 @@ void ModalSheetTest::hiddenSheetEnds()
     QTimer::singleShot(0, &sheet, &QWidget::hide);
     QCOMPARE(sheet.exec(), 0);
     QCOMPARE(QApplication::focusWidget(), m_window->edit);
+}
+
+void ModalSheetTest::buttonsShowNoStockIcons()
+{
+    // This desktop has icons on its dialog buttons, or else there is nothing to see here.
+    const QDialogButtonBox plain(QDialogButtonBox::Ok);
+    QVERIFY(!plain.button(QDialogButtonBox::Ok)->icon().isNull());
+    ask([](KovaMessageSheet &sheet) {
+        QVERIFY(sheet.button(QMessageBox::Ok)->icon().isNull());
+        QVERIFY(sheet.button(QMessageBox::Discard)->icon().isNull());
+    });
 }
 
 void ModalSheetTest::boxesWithoutParent()

@@ -1,5 +1,7 @@
 #include "component-strings.h"
 
+#include "component-strings_p.h"
+
 #include <kovakit-qt/utils/util.h>
 
 ComponentStrings *ComponentStrings::getInstance()
@@ -20,4 +22,9 @@ QString ComponentStrings::getString(const QString &key) const
         return *found;
     qCWarning(debug_message) << "Cannot find key in ComponentStrings" << key;
     return key;
+}
+
+QString componentString(const char *key)
+{
+    return ComponentStrings::getInstance()->getString(QString::fromLatin1(key));
 }

@@ -1,7 +1,9 @@
 #include "kova-countdown-msg-box.h"
 
+#include "sheet-buttons_p.h"
+
 #include <kovakit-qt/style/style-manager.h>
-#include <kovakit-qt/utils/component-strings.h>
+#include <kovakit-qt/utils/component-strings_p.h>
 
 #include <QPushButton>
 #include <QShowEvent>
@@ -14,21 +16,21 @@ KovaCountdownMessageBox::KovaCountdownMessageBox(int seconds, QWidget *parent)
     timer.setInterval(1000);
     setStandardButtons(Ok | Discard);
     setStyleSheet(getStyleSheet("component.info_message_box", false));
-    button(Ok)->setStyleSheet(getStyleSheet("component.apply_button", false));
-    button(Discard)->setStyleSheet(getStyleSheet("component.cancel_button", false));
-    button(Discard)->setText(ComponentStrings::getInstance()->getString(QStringLiteral("cancel")));
+    dressButton(button(Ok), okText(), "component.apply_button");
+    dressButton(button(Discard), componentString("cancel"), "component.cancel_button");
     setDefaultButton(Ok);
-    updateButtonText();
+}
+
+QString KovaCountdownMessageBox::okText() const
+{
+    return QStringLiteral("%1(%2)").arg(componentString("ok"), QString::number(count));
 }
 
 void KovaCountdownMessageBox::updateButtonText()
 {
     // The caller may have removed the button.
-    if (QAbstractButton *ok = button(Ok)) {
-        ok->setText(QStringLiteral("%1(%2)").arg(
-            ComponentStrings::getInstance()->getString(QStringLiteral("ok")),
-            QString::number(count)));
-    }
+    if (QAbstractButton *ok = button(Ok))
+        ok->setText(okText());
 }
 
 void KovaCountdownMessageBox::slotTick()

@@ -43,6 +43,7 @@ protected:
     void showEvent(QShowEvent *event) override;
 
 private:
+    [[nodiscard]] QString okText() const;
     void updateButtonText();
 
     QTimer timer;

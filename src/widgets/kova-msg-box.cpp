@@ -3,6 +3,7 @@
 #include "sheet-buttons_p.h"
 
 #include <kovakit-qt/style/style-manager.h>
+#include <kovakit-qt/utils/component-strings_p.h>
 #include <kovakit-qt/widgets/kova-mask.h>
 
 #include <QAbstractButton>

@@ -6,6 +6,7 @@
 #include <kovakit-qt/image-manager/image-manager.h>
 #include <kovakit-qt/style/dpi-info.h>
 #include <kovakit-qt/style/style-manager.h>
+#include <kovakit-qt/utils/component-strings_p.h>
 #include <kovakit-qt/utils/util.h>
 
 #include <QDialogButtonBox>

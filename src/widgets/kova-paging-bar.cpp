@@ -3,6 +3,7 @@
 #include <kovakit-qt/style/dpi-info.h>
 #include <kovakit-qt/style/style-manager.h>
 #include <kovakit-qt/utils/component-strings.h>
+#include <kovakit-qt/utils/component-strings_p.h>
 #include <kovakit-qt/widgets/kova-button.h>
 #include <kovakit-qt/widgets/kova-icon-button.h>
 #include <kovakit-qt/widgets/kova-paging-model.h>
@@ -15,11 +16,6 @@ namespace {
 
 constexpr int currentIndex = 2;
 constexpr int jump = 5;
-
-QString componentString(const char *key)
-{
-    return ComponentStrings::getInstance()->getString(QString::fromLatin1(key));
-}
 
 // Hosts may do without these words, so that nobody has to be warned of their absence.
 QString optionalString(const QString &key, const QString &substitute)

@@ -2,7 +2,6 @@
 
 #include <kovakit-qt/style/dpi-info.h>
 #include <kovakit-qt/style/style-manager.h>
-#include <kovakit-qt/utils/component-strings.h>
 
 #include <QDialogButtonBox>
 #include <QEvent>
@@ -58,11 +57,6 @@ private:
 QDialogButtonBox *newButtonBox(QWidget *sheet)
 {
     return new SheetButtonBox(sheet);
-}
-
-QString componentString(const char *key)
-{
-    return ComponentStrings::getInstance()->getString(QString::fromLatin1(key));
 }
 
 void dressButton(QAbstractButton *button, const QString &text, const char *styleKey)

@@ -10,9 +10,6 @@ class QWidget;
 // An empty button box; @p sheet owns it.
 [[nodiscard]] QDialogButtonBox *newButtonBox(QWidget *sheet);
 
-// The host's text for @p key.
-QString componentString(const char *key);
-
 // Gives a standard button the text and look of the house: no icon, whatever the desktop thinks.
 void dressButton(QAbstractButton *button, const QString &text, const char *styleKey);
 

@@ -4,6 +4,7 @@
 #include <kovakit-qt/style/dpi-info.h>
 #include <kovakit-qt/style/style-manager.h>
 #include <kovakit-qt/utils/component-strings.h>
+#include <kovakit-qt/widgets/kova-mask.h>
 #include <kovakit-qt/widgets/kova-msg-box.h>
 
 #include <QApplication>
@@ -41,7 +42,8 @@ private:
     QPointer<QAbstractButton> m_button;
 };
 
-// An ordinary window of a program, when all that belongs to its opening is over.
+// An ordinary window of a program: all that belongs to its opening is over, and it has been painted
+// before, so that Qt has all the buffers that it paints a window with.
 class HostWindow : public QWidget
 {
 public:
@@ -49,10 +51,14 @@ public:
     {
         resize(800, 600);
         showAndWaitForPaint(this);
-        QElapsedTimer quiet;
-        quiet.start();
-        while (!isActiveWindow() || !quiet.hasExpired(50))
+        QElapsedTimer sinceShown;
+        sinceShown.start();
+        while (!isActiveWindow() || !sinceShown.hasExpired(50))
             QCoreApplication::processEvents();
+        for (int i = 0; i < 3; ++i) {
+            update();
+            QCoreApplication::processEvents();
+        }
     }
 };
 
@@ -71,6 +77,15 @@ void checkAccepted(int result)
 void openSheet(QWidget *window)
 {
     checkAccepted(showConfirmMsg(QString(), messageText(), window));
+}
+
+// A sheet that leaves the window's close button alone, and so opens no display connections.
+void openUnblockedSheet(QWidget *window)
+{
+    KovaMessageSheet sheet(KovaMessageSheet::Question, messageText(), window);
+    sheet.setBlockWindowButton(false);
+    KovaMask::createMask(&sheet, window, QColor(0, 0, 0, 20));
+    checkAccepted(sheet.exec());
 }
 
 // A box that looks like the sheet: its style texts, with the selectors made to meet a box.
@@ -119,6 +134,8 @@ void sheets(Bench &bench)
     // Offscreen a box needs neither a window of the X server nor a window manager.
     const double half = Bench::onX11() ? 0.5 : 0;
     bench.compare({"sheets/question", "ms", half}, openOver(openSheet), openOver(openBox));
+    bench.compare({"sheets/question-unblocked", "ms", 0}, openOver(openUnblockedSheet),
+                  openOver(openBox));
     bench.compare({"sheets/hundredth-to-first", "ms", 1.2}, openOver(openSheet, 99),
                   openOver(openSheet));
 }

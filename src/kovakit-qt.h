@@ -16,8 +16,11 @@
 #include <kovakit-qt/utils/kova-locale.h>
 #include <kovakit-qt/utils/ui-path-manager.h>
 #include <kovakit-qt/utils/util.h>
+#include <kovakit-qt/widgets/browser-window.h>
 #include <kovakit-qt/widgets/event-filters.h>
 #include <kovakit-qt/widgets/file-system-tree-widget-item.h>
+#include <kovakit-qt/widgets/help-context.h>
+#include <kovakit-qt/widgets/help-window.h>
 #include <kovakit-qt/widgets/html-text-browser.h>
 #include <kovakit-qt/widgets/image-downloader.h>
 #include <kovakit-qt/widgets/item-delegate.h>

@@ -191,6 +191,7 @@ const QMap<QString, MakeWidget> &widgetOfKey()
         add(makeSheet, {"message_sheet_other", "message_sheet_processing"});
         add(makePagingFrame, {"paging_bar_border"});
         add(makeScrollArea, {"scrollbar"});
+        add(make<QProgressBar>(), {"help_busy"});
         keys.insert(QStringLiteral("theme.tree"), makeTree);
         keys.insert(QStringLiteral("theme.window"), make<QMainWindow>());
         return keys;

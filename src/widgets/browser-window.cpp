@@ -1,0 +1,135 @@
+#include "browser-window.h"
+
+#include "help-access-manager_p.h"
+
+#include <kovakit-qt/style/dpi-info.h>
+#include <kovakit-qt/style/style-manager.h>
+#include <kovakit-qt/widgets/html-text-browser.h>
+
+#include <QEvent>
+#include <QNetworkReply>
+#include <QNetworkRequest>
+#include <QProgressBar>
+#include <QTimer>
+#include <QVBoxLayout>
+
+namespace {
+
+constexpr int queryTimeout = 10000;
+constexpr double designBusyHeight = 3;
+
+bool isTooLong(const QNetworkReply *reply)
+{
+    const qint64 announced = reply->header(QNetworkRequest::ContentLengthHeader).toLongLong();
+    return qMax(announced, reply->bytesAvailable()) > BrowserWindow::maxPageBytes;
+}
+
+} // namespace
+
+BrowserWindow::BrowserWindow(QWidget *parent)
+    : QDialog(parent)
+    , m_browser(new HtmlTextBrowser(this))
+    , m_busy(new QProgressBar(m_browser))
+{
+    m_browser->setOpenExternalLinks(true);
+    init();
+    auto *box = new QVBoxLayout(this);
+    box->addWidget(m_browser);
+    setWindowModality(Qt::ApplicationModal);
+    setStyleSheet(getStyleSheet("component.scrollbar", false));
+
+    m_busy->setObjectName(QStringLiteral("busyBar"));
+    m_busy->setRange(0, 0);
+    m_busy->setTextVisible(false);
+    m_busy->setFixedHeight(qMax(1, kovaPx(designBusyHeight)));
+    m_busy->setStyleSheet(getStyleSheet("component.help_busy", false));
+    m_busy->hide();
+    m_browser->installEventFilter(this);
+    m_browser->setFocus();
+}
+
+BrowserWindow::~BrowserWindow()
+{
+    m_manager->disconnect(this);
+    delete m_manager;
+    delete m_timer;
+}
+
+void BrowserWindow::init()
+{
+    m_manager = new HelpAccessManager;
+    connect(m_manager, &QNetworkAccessManager::finished, this, &BrowserWindow::slotReceiveReply);
+    m_timer = new QTimer;
+    m_timer->setSingleShot(true);
+    connect(m_timer, &QTimer::timeout, this, &BrowserWindow::slotQueryTimeout);
+}
+
+void BrowserWindow::query()
+{
+    m_timer->start(queryTimeout);
+    QNetworkReply *reply = m_manager->get(QNetworkRequest(m_url));
+    connect(this, &BrowserWindow::sigAbortRequest, reply, &QNetworkReply::abort);
+    const auto guardSize = [reply] {
+        if (isTooLong(reply))
+            reply->abort();
+    };
+    connect(reply, &QNetworkReply::metaDataChanged, reply, guardSize);
+    connect(reply, &QNetworkReply::readyRead, reply, guardSize);
+    ++m_running;
+    placeBusyBar();
+    m_busy->show();
+}
+
+void BrowserWindow::reload()
+{
+    m_timer->stop();
+    m_timer->setInterval(0);
+    query();
+}
+
+void BrowserWindow::reload(const QUrl &url)
+{
+    m_url = url;
+    reload();
+}
+
+void BrowserWindow::fallbackOffline() { }
+
+void BrowserWindow::slotReceiveReply(QNetworkReply *reply)
+{
+    m_timer->stop();
+    reply->deleteLater();
+    m_running = qMax(0, m_running - 1);
+    m_busy->setVisible(m_running > 0);
+    if (reply->error() != QNetworkReply::NoError || isTooLong(reply)) {
+        fallbackOffline();
+        return;
+    }
+    const QByteArray body = reply->readAll();
+    // Up to the first NUL byte.
+    showPage(QString::fromUtf8(body.constData()));
+}
+
+void BrowserWindow::slotQueryTimeout()
+{
+    Q_EMIT sigAbortRequest();
+}
+
+void BrowserWindow::showPage(const QString &text)
+{
+    m_browser->setText(text);
+    m_browser->setAccessibleName(m_browser->documentTitle());
+}
+
+bool BrowserWindow::eventFilter(QObject *watched, QEvent *event)
+{
+    if (watched == m_browser && event->type() == QEvent::Resize)
+        placeBusyBar();
+    return QDialog::eventFilter(watched, event);
+}
+
+void BrowserWindow::placeBusyBar()
+{
+    m_busy->setGeometry(0, 0, m_browser->width(), m_busy->height());
+    m_busy->raise();
+}

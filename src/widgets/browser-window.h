@@ -1,0 +1,93 @@
+#pragma once
+
+#include <kovakit-qt/kovakit-export.h>
+
+#include <QDialog>
+#include <QUrl>
+
+class HtmlTextBrowser;
+class QNetworkAccessManager;
+class QNetworkReply;
+class QProgressBar;
+class QTimer;
+
+/**
+ * An application-modal dialog with one page that is fetched over HTTP.
+ *
+ * When the page cannot be had within ten seconds fallbackOffline() is called, which a subclass
+ * fills; HelpWindow is that for help articles. While a fetch runs a busy bar lies on the upper edge
+ * of the page, styled by "component.help_busy". Escape closes the dialog, links open in the
+ * desktop's browser. The dialog has no size and no title of its own; give it both.
+ *
+ * The application's proxy settings hold for the fetch. Redirects are not followed.
+ */
+class KOVAKIT_EXPORT BrowserWindow : public QDialog
+{
+    Q_OBJECT
+
+public:
+    /** The longest page in bytes, 4 MiB; a longer answer counts as a network error. */
+    static constexpr qint64 maxPageBytes = 4 * 1024 * 1024;
+
+    /** A hidden dialog that has fetched nothing; @p parent owns it. */
+    explicit BrowserWindow(QWidget *parent);
+
+    /** Ends the fetches that still run; nothing is shown and nothing emitted for them. */
+    ~BrowserWindow() override;
+
+    /**
+     * Sends the request for the present address and gives it ten seconds.
+     *
+     * An earlier request goes on; the one that ends last decides what is shown.
+     */
+    void query();
+
+    /** Fetches the present address again. */
+    void reload();
+
+    /** Fetches @p url from now on. */
+    void reload(const QUrl &url);
+
+    /**
+     * Shows what is shown when the page cannot be had: here nothing new.
+     *
+     * Called once for each fetch that ended with a network error, an HTTP error status, too long a
+     * page or the time-out.
+     */
+    virtual void fallbackOffline();
+
+Q_SIGNALS:
+    /** Asks every request that runs to abort. Fired when the ten seconds are over. */
+    void sigAbortRequest();
+
+public Q_SLOTS:
+    /** Shows the page of @p reply, or calls fallbackOffline() if it is an error. */
+    void slotReceiveReply(QNetworkReply *reply);
+    /** Emits sigAbortRequest(). */
+    void slotQueryTimeout();
+
+protected:
+    /** Keeps the busy bar on the upper edge of the page. */
+    bool eventFilter(QObject *watched, QEvent *event) override;
+
+    /** Makes the network manager and the timer. */
+    void init();
+
+    /** Shows @p text in the page and tells assistive technology the page's title. */
+    void showPage(const QString &text);
+
+    /** The address of the page. */
+    QUrl m_url;
+    /** Sends the requests; without parent, deleted with the dialog. */
+    QNetworkAccessManager *m_manager = nullptr;
+    /** The time-out; without parent, deleted with the dialog. */
+    QTimer *m_timer = nullptr;
+    /** The page, a child of the dialog. */
+    HtmlTextBrowser *m_browser = nullptr;
+
+private:
+    void placeBusyBar();
+
+    QProgressBar *m_busy;
+    int m_running = 0;
+};

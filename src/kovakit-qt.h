@@ -42,3 +42,10 @@
 #include <kovakit-qt/widgets/message-label.h>
 #include <kovakit-qt/widgets/resize-signal-table-widget.h>
 #include <kovakit-qt/widgets/shapi-linux.h>
+
+// Not there when the library was built without them.
+#if __has_include(<kovakit-qt/single-application/qtsingleapplication.h>)
+#    include <kovakit-qt/single-application/qtlocalpeer.h>
+#    include <kovakit-qt/single-application/qtlockedfile.h>
+#    include <kovakit-qt/single-application/qtsingleapplication.h>
+#endif

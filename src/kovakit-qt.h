@@ -25,8 +25,10 @@
 #include <kovakit-qt/widgets/image-downloader.h>
 #include <kovakit-qt/widgets/item-delegate.h>
 #include <kovakit-qt/widgets/kova-button.h>
+#include <kovakit-qt/widgets/kova-calander-view.h>
 #include <kovakit-qt/widgets/kova-check-box.h>
 #include <kovakit-qt/widgets/kova-countdown-msg-box.h>
+#include <kovakit-qt/widgets/kova-date-selector.h>
 #include <kovakit-qt/widgets/kova-icon-button.h>
 #include <kovakit-qt/widgets/kova-input-sheet.h>
 #include <kovakit-qt/widgets/kova-mask.h>

@@ -32,21 +32,25 @@ QString writeScratchFile(const QString &name, const QByteArray &content)
     return path;
 }
 
+void installThemeStrings(const QString &languageCode)
+{
+    QFile file(themeFolder() + QStringLiteral("/strings/%1.json").arg(languageCode));
+    if (!file.open(QIODevice::ReadOnly))
+        qFatal("the house theme has no strings for %s", qPrintable(languageCode));
+    const QJsonObject table = QJsonDocument::fromJson(file.readAll()).object();
+    QMap<QString, QString> strings;
+    for (auto it = table.begin(); it != table.end(); ++it)
+        strings.insert(it.key(), it.value().toString());
+    ComponentStrings::getInstance()->installStrings(strings);
+}
+
 void setUpHost()
 {
     UIPathManager *paths = UIPathManager::getInstance();
     paths->setPath(QStringLiteral("resource_path"), themeFolder());
     paths->setPath(QStringLiteral("user_data_path"), scratchFolder() + QLatin1String("/user"));
 
-    QFile stringFile(themeFolder() + QLatin1String("/strings/enu.json"));
-    if (!stringFile.open(QIODevice::ReadOnly))
-        qFatal("the house theme has no English strings");
-    const QJsonObject table = QJsonDocument::fromJson(stringFile.readAll()).object();
-    QMap<QString, QString> strings;
-    for (auto it = table.begin(); it != table.end(); ++it)
-        strings.insert(it.key(), it.value().toString());
-    ComponentStrings::getInstance()->installStrings(strings);
-
+    installThemeStrings(QStringLiteral("enu"));
     ImageManager::getInstance()->initialize(ImageManager::LazyLoad);
 
     std::vector<QString> files;

@@ -6,6 +6,9 @@
 // pictures, style files. Call it once, in initTestCase().
 void setUpHost();
 
+// Replaces the strings by those of the house theme in another language, "deu" for instance.
+void installThemeStrings(const QString &languageCode);
+
 // The folder of the built house theme.
 QString themeFolder();
 

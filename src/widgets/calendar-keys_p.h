@@ -1,0 +1,30 @@
+#pragma once
+
+#include <QObject>
+
+class HouseCalendar;
+class QKeyEvent;
+class QTableView;
+
+// What a calendar lacks for keyboards. Return chooses the day under the cursor, wherever the page
+// was turned to, and presses the button that has the focus; Space chooses a day too; the focus of
+// the arrow buttons can be seen. A popup around the calendar sees none of these keys, and Escape
+// only when there is no typing to be given up first.
+class CalendarKeys : public QObject
+{
+public:
+    explicit CalendarKeys(HouseCalendar *calendar);
+
+    // Return on @p button, which is outside the calendar, presses it.
+    void addButton(QWidget *button);
+
+protected:
+    bool eventFilter(QObject *watched, QEvent *event) override;
+
+private:
+    bool keyPressed(QObject *watched, const QKeyEvent *event);
+
+    HouseCalendar *m_calendar;
+    QTableView *m_days;
+    QObject *m_arrows[2];
+};

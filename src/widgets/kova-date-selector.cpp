@@ -1,0 +1,105 @@
+#include "kova-date-selector.h"
+
+#include "event-filters.h"
+
+#include <kovakit-qt/style/dpi-info.h>
+#include <kovakit-qt/style/style-manager.h>
+
+#include <QDate>
+#include <QEvent>
+#include <QGuiApplication>
+#include <QLayout>
+#include <QScreen>
+
+KovaDateSelector::KovaDateSelector(QString placeholder, QWidget *parent)
+    : QComboBox(parent)
+    , m_calendarView(new KovaCalanderView(nullptr))
+    , m_placeholder(std::move(placeholder))
+{
+    setView(m_calendarView);
+    auto *releases = new MouseReleaseFilter(m_calendarView);
+    m_calendarView->installEventFilter(releases);
+    m_calendarView->viewport()->installEventFilter(releases);
+    addPlaceholder();
+    connect(m_calendarView, &KovaCalanderView::sigDateSelect, this, &KovaDateSelector::dateSelect);
+    m_calendarView->setFixedWidth(kovaPx(280));
+    m_calendarView->setFixedHeight(kovaPx(260));
+    setFixedHeight(kovaPx(32));
+    setStyleSheet(getStyleSheet("component.date_selector", false)
+                  + getStyleSheet("component.menu", false));
+    m_calendarView->window()->installEventFilter(this);
+}
+
+void KovaDateSelector::addPlaceholder()
+{
+    addItem(m_placeholder, QDate());
+}
+
+KovaCalanderView *KovaDateSelector::getCalendarView() const
+{
+    return m_calendarView;
+}
+
+void KovaDateSelector::dateSelect(const QDate &date)
+{
+    clear();
+    if (!date.isValid()) {
+        addPlaceholder();
+        return;
+    }
+    addItem(date.toString(QStringLiteral("yyyy-MM-dd")), date);
+    setCurrentIndex(0);
+    m_calendarView->setSelectedDate(date);
+    m_calendarView->setCurrentPage(date.year(), date.month());
+    repaint();
+    hidePopup();
+}
+
+void KovaDateSelector::clearDate()
+{
+    clear();
+    addPlaceholder();
+    setCurrentIndex(0);
+    const QDate today = QDate::currentDate();
+    m_calendarView->setSelectedDate(today);
+    m_calendarView->setCurrentPage(today.year(), today.month());
+}
+
+// The popup of a combo box is as wide as the box and may be cut off at the edge of the screen.
+void KovaDateSelector::showPopup()
+{
+    QWidget *popup = m_calendarView->window();
+    if (popup->isVisible())
+        return;
+    const QMargins frame = popup->contentsMargins();
+    popup->setGeometry(popupGeometry(m_calendarView->minimumSize().grownBy(frame)));
+    popup->raise();
+    popup->show();
+    m_calendarView->focusDays();
+}
+
+QRect KovaDateSelector::popupGeometry(const QSize &size) const
+{
+    const QRect box(mapToGlobal(QPoint()), this->size());
+    const QScreen *boxScreen = QGuiApplication::screenAt(box.center());
+    const QRect area = (boxScreen ? boxScreen : screen())->availableGeometry();
+
+    QRect popup(box.bottomLeft() + QPoint(0, 1), size);
+    if (isRightToLeft())
+        popup.moveRight(box.right());
+    if (popup.bottom() > area.bottom() && box.top() - size.height() >= area.top())
+        popup.moveBottom(box.top() - 1);
+    const auto fit = [](int position, int length, int start, int end) {
+        return qMax(start, qMin(position, end - length + 1));
+    };
+    popup.moveTo(fit(popup.left(), size.width(), area.left(), area.right()),
+                 fit(popup.top(), size.height(), area.top(), area.bottom()));
+    return popup;
+}
+
+bool KovaDateSelector::eventFilter(QObject *watched, QEvent *event)
+{
+    if (event->type() == QEvent::Hide && isVisible() && watched == m_calendarView->window())
+        setFocus(Qt::PopupFocusReason);
+    return QComboBox::eventFilter(watched, event);
+}

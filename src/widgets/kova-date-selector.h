@@ -1,0 +1,60 @@
+#pragma once
+
+#include <kovakit-qt/widgets/kova-calander-view.h>
+
+#include <QComboBox>
+
+/**
+ * A field for a date: a combo box that opens a calendar.
+ *
+ * It shows its placeholder until a date is chosen, and then the date as "yyyy-MM-dd". The one item
+ * of the box carries the date as its data: take it with currentData().toDate(), a null date as long
+ * as none is chosen. Every choice emits the box's currentIndexChanged() twice, with -1 and with 0;
+ * at the second one the date is there.
+ *
+ * Limit the dates with getCalendarView()->setMinimumDate() and setMaximumDate(). The popup takes
+ * the focus to the calendar's days and gives it to the box when it closes; the keys are those of
+ * KovaCalanderView, and F4, Space and Alt+Down open it.
+ *
+ * The box is 32 design pixels high, the calendar 280 by 260. The host must have loaded pictures,
+ * style files and strings.
+ */
+class KOVAKIT_EXPORT KovaDateSelector : public QComboBox
+{
+    Q_OBJECT
+
+public:
+    /** A field that shows @p placeholder; @p parent owns it. */
+    KovaDateSelector(QString placeholder, QWidget *parent);
+
+    /** Goes back to the placeholder, and the calendar to today. */
+    void clearDate();
+
+    /** The calendar. It belongs to the box. */
+    [[nodiscard]] KovaCalanderView *getCalendarView() const;
+
+    /**
+     * Opens the calendar below the box, or above it, or where there is room on the screen.
+     */
+    void showPopup() override;
+
+public Q_SLOTS:
+    /**
+     * Shows @p date and turns the calendar to it; closes the popup.
+     *
+     * The range of the calendar limits what the user can choose, not what is set here. An invalid
+     * date brings the placeholder back and leaves calendar and popup alone.
+     */
+    void dateSelect(const QDate &date);
+
+protected:
+    /** Takes the focus back when the popup closes. */
+    bool eventFilter(QObject *watched, QEvent *event) override;
+
+private:
+    void addPlaceholder();
+    [[nodiscard]] QRect popupGeometry(const QSize &size) const;
+
+    KovaCalanderView *m_calendarView;
+    QString m_placeholder;
+};

@@ -14,6 +14,11 @@
 #include <QScreen>
 #include <QTemporaryDir>
 
+#if __has_include(<kovakit-qt/single-application/qtsingleapplication.h>)
+#include <kovakit-qt/single-application/qtsingleapplication.h>
+#define GALLERY_IS_SINGLE
+#endif
+
 #include <clocale>
 #include <cstdio>
 
@@ -50,6 +55,53 @@ int runScreenshots(GalleryWindow *window, const GalleryOptions &options)
     return 0;
 }
 
+#ifdef GALLERY_IS_SINGLE
+using Application = QtSingleApplication;
+
+// Galleries that look alike on the same display are one program.
+QString instanceName(const GalleryOptions &options)
+{
+    return QStringLiteral("kovakit-gallery %1 %2 %3 %4")
+        .arg(qEnvironmentVariable("DISPLAY"))
+        .arg(options.scale)
+        .arg(options.language, options.theme);
+}
+
+// Whether a gallery that runs already has raised its window and shows the page that is asked for.
+bool isShownElsewhere(QtSingleApplication &app, const GalleryOptions &options)
+{
+    return options.screenshots.isEmpty() && app.isRunning() && app.sendMessage(options.page);
+}
+
+void listenToOthers(QtSingleApplication &app, GalleryWindow *window)
+{
+    app.setActivationWindow(window);
+    QObject::connect(&app, &QtSingleApplication::messageReceived, window,
+                     &GalleryWindow::showPageNamed);
+}
+#else
+class Application : public QApplication
+{
+public:
+    Application(const QString &, int &argc, char **argv)
+        : QApplication(argc, argv)
+    {
+    }
+};
+
+QString instanceName(const GalleryOptions &)
+{
+    return QString();
+}
+
+bool isShownElsewhere(QApplication &, const GalleryOptions &)
+{
+    return false;
+}
+
+void listenToOthers(QApplication &, GalleryWindow *) { }
+#endif
+
 int runWindow(GalleryWindow *window)
 {
     window->resize(
@@ -82,8 +134,10 @@ int main(int argc, char **argv)
                         failed);
     }
 
-    QApplication app(argc, argv);
+    Application app(instanceName(options), argc, argv);
     app.setApplicationName(QStringLiteral("kovakit-gallery"));
+    if (isShownElsewhere(app, options))
+        return 0;
     const QString language = options.language.isEmpty()
                                ? KovaLocale::getInstance()->getDefaultLanguage()
                                : options.language;
@@ -108,5 +162,7 @@ int main(int argc, char **argv)
 
     GalleryWindow window(language);
     window.showPageNamed(options.page);
+    if (options.screenshots.isEmpty())
+        listenToOthers(app, &window);
     return options.screenshots.isEmpty() ? runWindow(&window) : runScreenshots(&window, options);
 }

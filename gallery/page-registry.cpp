@@ -2,6 +2,7 @@
 
 #include "pages/buttons-page.h"
 #include "pages/checks-page.h"
+#include "pages/help-page.h"
 #include "pages/icon-buttons-page.h"
 #include "pages/message-boxes-page.h"
 #include "pages/sheets-page.h"
@@ -32,6 +33,9 @@ const std::vector<PageEntry> &pageRegistry()
         {QStringLiteral("message-boxes"), QStringLiteral("Message boxes"),
          QStringLiteral("The same in one call, in a window or without one."),
          makePage<MessageBoxesPage>},
+        {QStringLiteral("help"), QStringLiteral("Online help"),
+         QStringLiteral("An article from a server, or the page that came with the program."),
+         makePage<HelpPage>},
     };
     return pages;
 }

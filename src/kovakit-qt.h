@@ -47,7 +47,7 @@
 
 // Not there when the library was built without them.
 #if __has_include(<kovakit-qt/single-application/qtsingleapplication.h>)
-#    include <kovakit-qt/single-application/qtlocalpeer.h>
-#    include <kovakit-qt/single-application/qtlockedfile.h>
-#    include <kovakit-qt/single-application/qtsingleapplication.h>
+#include <kovakit-qt/single-application/qtlocalpeer.h>
+#include <kovakit-qt/single-application/qtlockedfile.h>
+#include <kovakit-qt/single-application/qtsingleapplication.h>
 #endif

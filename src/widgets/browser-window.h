@@ -27,7 +27,7 @@ class KOVAKIT_EXPORT BrowserWindow : public QDialog
 
 public:
     /** The longest page in bytes, 4 MiB; a longer answer counts as a network error. */
-    static constexpr qint64 maxPageBytes = 4 * 1024 * 1024;
+    static constexpr qint64 maxPageBytes = qint64(4) * 1024 * 1024;
 
     /** A hidden dialog that has fetched nothing; @p parent owns it. */
     explicit BrowserWindow(QWidget *parent);

@@ -7,8 +7,8 @@
 namespace {
 
 constexpr int watchInterval = 1000;
-constexpr qint64 longestSilence = 10 * 1000;
-constexpr qint64 longestDownload = 60 * 1000;
+constexpr qint64 longestSilence = 10000;
+constexpr qint64 longestDownload = 60000;
 
 } // namespace
 

@@ -15,7 +15,7 @@
 namespace {
 
 constexpr int gatherInterval = 40;
-constexpr qint64 maxPageBytes = 4 * 1024 * 1024;
+constexpr qint64 maxPageBytes = qint64(4) * 1024 * 1024;
 
 QString pictureFolder()
 {

@@ -42,9 +42,9 @@ public:
     /** How many pictures of one browser download at once; the others wait their turn in order. */
     static constexpr int maxDownloads = 6;
     /** The largest picture that is shown, in pixels after decoding. */
-    static constexpr qint64 maxPicturePixels = 16 * 1024 * 1024;
+    static constexpr qint64 maxPicturePixels = qint64(16) * 1024 * 1024;
     /** How many pixels the pictures of one text may have together. */
-    static constexpr qint64 maxPagePixels = 64 * 1024 * 1024;
+    static constexpr qint64 maxPagePixels = qint64(64) * 1024 * 1024;
 
     /** An empty browser; @p parent owns it. */
     explicit HtmlTextBrowser(QWidget *parent = nullptr);

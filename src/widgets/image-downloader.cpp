@@ -10,7 +10,7 @@
 
 namespace {
 
-constexpr qint64 readStep = 1024 * 1024;
+constexpr qint64 readStep = qint64(1024) * 1024;
 
 } // namespace
 

@@ -24,7 +24,7 @@ class KOVAKIT_EXPORT ImageDownloader : public QObject
 
 public:
     /** The largest picture in bytes, 32 MiB; a longer answer counts as a network error. */
-    static constexpr qint64 maxBytes = 32 * 1024 * 1024;
+    static constexpr qint64 maxBytes = qint64(32) * 1024 * 1024;
 
     /**
      * A download of @p address into the file @p path that has not begun; @p parent owns it.

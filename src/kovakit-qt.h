@@ -27,11 +27,17 @@
 #include <kovakit-qt/widgets/kova-button.h>
 #include <kovakit-qt/widgets/kova-calander-view.h>
 #include <kovakit-qt/widgets/kova-check-box.h>
+#include <kovakit-qt/widgets/kova-combo-box.h>
 #include <kovakit-qt/widgets/kova-countdown-msg-box.h>
 #include <kovakit-qt/widgets/kova-date-selector.h>
+#include <kovakit-qt/widgets/kova-filter-bar.h>
+#include <kovakit-qt/widgets/kova-footbar.h>
 #include <kovakit-qt/widgets/kova-icon-button.h>
 #include <kovakit-qt/widgets/kova-input-sheet.h>
+#include <kovakit-qt/widgets/kova-label.h>
+#include <kovakit-qt/widgets/kova-line-edit.h>
 #include <kovakit-qt/widgets/kova-mask.h>
+#include <kovakit-qt/widgets/kova-menu.h>
 #include <kovakit-qt/widgets/kova-msg-box.h>
 #include <kovakit-qt/widgets/kova-msg-sheet.h>
 #include <kovakit-qt/widgets/kova-paging-bar.h>
@@ -41,13 +47,14 @@
 #include <kovakit-qt/widgets/kova-table-columns-info.h>
 #include <kovakit-qt/widgets/kova-table-widget.h>
 #include <kovakit-qt/widgets/kova-tree-widget.h>
+#include <kovakit-qt/widgets/link-label.h>
 #include <kovakit-qt/widgets/message-label.h>
 #include <kovakit-qt/widgets/resize-signal-table-widget.h>
 #include <kovakit-qt/widgets/shapi-linux.h>
 
 // Not there when the library was built without them.
 #if __has_include(<kovakit-qt/single-application/qtsingleapplication.h>)
-#include <kovakit-qt/single-application/qtlocalpeer.h>
-#include <kovakit-qt/single-application/qtlockedfile.h>
-#include <kovakit-qt/single-application/qtsingleapplication.h>
+#    include <kovakit-qt/single-application/qtlocalpeer.h>
+#    include <kovakit-qt/single-application/qtlockedfile.h>
+#    include <kovakit-qt/single-application/qtsingleapplication.h>
 #endif

@@ -1,0 +1,20 @@
+#pragma once
+
+#include <kovakit-qt/kovakit-export.h>
+
+#include <QComboBox>
+
+/**
+ * A combo box in the house look, its list and the list's scroll bar included.
+ *
+ * Its style is that of the keys "component.combobox", a text with a place for the padding ("%1")
+ * and one for the border ("%2"), and "component.scrollbar".
+ */
+class KOVAKIT_EXPORT KovaComboBox : public QComboBox
+{
+    Q_OBJECT
+
+public:
+    /** An empty box; @p parent owns it. */
+    explicit KovaComboBox(QWidget *parent = nullptr);
+};

@@ -1,0 +1,48 @@
+#include "kova-filter-bar.h"
+
+#include <kovakit-qt/style/dpi-info.h>
+#include <kovakit-qt/style/style-manager.h>
+#include <kovakit-qt/widgets/kova-icon-button.h>
+
+#include <QKeyEvent>
+#include <QMenu>
+
+KovaFilterBar::KovaFilterBar(QWidget *parent)
+    : QLineEdit(parent)
+    , m_searchButton(new KovaIconButton(QStringLiteral("bt_search_dropdown")))
+{
+    setAttribute(Qt::WA_MacShowFocusRect, false);
+
+    m_searchButton->setFocusPolicy(Qt::NoFocus);
+    m_searchButton->setParent(this);
+    m_searchButton->setStyleSheet(getStyleSheet("component.filter_search_button", false));
+    m_searchButton->move(kovaPx(4), kovaPx(2));
+    m_searchButton->setCursor(Qt::ArrowCursor);
+    m_searchButton->setFixedSize(kovaPx(34), kovaPx(24));
+
+    setStyleSheet(getStyleSheet("component.lineedit", false)
+                  + getStyleSheet("component.filter_bar_padding", false));
+    setFixedHeight(kovaPx(28));
+    connect(this, &QLineEdit::returnPressed, this, &KovaFilterBar::slotKeywordChange);
+}
+
+void KovaFilterBar::setMenu(QMenu *menu)
+{
+    m_searchButton->setMenu(menu);
+    m_searchButton->setAccessibleName(menu ? menu->title() : QString());
+}
+
+void KovaFilterBar::slotKeywordChange()
+{
+    Q_EMIT sigKeywordChanged(text());
+}
+
+void KovaFilterBar::keyPressEvent(QKeyEvent *event)
+{
+    if (event->key() != Qt::Key_Down) {
+        QLineEdit::keyPressEvent(event);
+        return;
+    }
+    // Nothing of this may be touched after the menu: its loop can outlive the bar.
+    m_searchButton->showMenu();
+}

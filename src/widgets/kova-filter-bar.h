@@ -1,0 +1,46 @@
+#pragma once
+
+#include <kovakit-qt/kovakit-export.h>
+
+#include <QLineEdit>
+
+class KovaIconButton;
+class QMenu;
+
+/**
+ * A search field with a drop-down button at its left end.
+ *
+ * It searches when its user asks for it with Return, not at every letter. The button and the Down
+ * key open the menu of search options; Escape closes it again and leaves the user in the field.
+ */
+class KOVAKIT_EXPORT KovaFilterBar : public QLineEdit
+{
+    Q_OBJECT
+
+public:
+    /** An empty field without a menu; @p parent owns it. */
+    explicit KovaFilterBar(QWidget *parent = nullptr);
+
+    /**
+     * Sets the menu that drops down, null for none.
+     *
+     * The menu stays its owner's and may be deleted at any time. Its title, if it has one, names
+     * the button to screen readers.
+     */
+    void setMenu(QMenu *menu);
+
+public Q_SLOTS:
+    /** Emits sigKeywordChanged() with the present text. */
+    void slotKeywordChange();
+
+Q_SIGNALS:
+    /** Return was pressed, with @p keyword in the field, which may be empty or the one before. */
+    void sigKeywordChanged(QString keyword);
+
+protected:
+    /** Opens the menu on Down, which the field itself never sees. */
+    void keyPressEvent(QKeyEvent *event) override;
+
+private:
+    KovaIconButton *m_searchButton;
+};

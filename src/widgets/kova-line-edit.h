@@ -1,0 +1,78 @@
+#pragma once
+
+#include <kovakit-qt/kovakit-export.h>
+
+#include <QWidget>
+
+class QHBoxLayout;
+class QLabel;
+class QLineEdit;
+
+/**
+ * A text field with a label before it and one after it, a test for its text and an error look.
+ *
+ * For the rows of settings forms: a caption, the field, a unit. The labels are empty at first and
+ * are filled through their accessors; both are buddies of the field, so that an ampersand in their
+ * texts marks a shortcut into the field ("&&" is an ampersand). The focus of the whole goes to the
+ * field.
+ *
+ * The error look is the dynamic property "error" of the field, which the style text of
+ * "component.lineedit" selects on.
+ */
+class KOVAKIT_EXPORT KovaLineEdit : public QWidget
+{
+    Q_OBJECT
+
+public:
+    /** An empty row without margins and spacing; @p parent owns it. */
+    explicit KovaLineEdit(QWidget *parent = nullptr);
+
+    /** Sets the margins around the row, in design pixels. */
+    void setMargins(int left, int top, int right, int bottom);
+
+    /** Sets the distance between the labels and the field, in design pixels. */
+    void setSpacing(int spacing);
+
+    /** Sets the function that tells whether a text is valid; null removes it. Tests nothing yet. */
+    void setValidator(bool (*validator)(const QString &));
+
+    /**
+     * Whether the field's text is valid; any text is while there is no validator.
+     *
+     * The look stays as it is: what to show is the caller's decision, with setError().
+     */
+    [[nodiscard]] bool validate() const;
+
+    /**
+     * Shows the field as wrong, or as right again.
+     *
+     * Screen readers get a warning sign in front of the field's accessible description, which is
+     * the place for the words that say what is wrong.
+     */
+    void setError(bool error);
+
+    /** The label before the field, owned by this widget. */
+    [[nodiscard]] QLabel *getPreLabel() const { return m_preLabel; }
+
+    /** The label after the field, owned by this widget. */
+    [[nodiscard]] QLabel *getPostLabel() const { return m_postLabel; }
+
+    /** The field itself, owned by this widget. */
+    [[nodiscard]] QLineEdit *getLineEdit() const { return m_lineEdit; }
+
+    /** The text of the field. */
+    [[nodiscard]] QString getEditText() const;
+
+protected:
+    /** Lets go of a label that lost its text, so that the other one can name the field. */
+    bool event(QEvent *event) override;
+
+private:
+    void describeError(bool error);
+
+    QHBoxLayout *m_layout;
+    QLabel *m_preLabel;
+    QLabel *m_postLabel;
+    QLineEdit *m_lineEdit;
+    bool (*m_validator)(const QString &) = nullptr;
+};

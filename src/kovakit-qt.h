@@ -24,6 +24,7 @@
 #include <kovakit-qt/widgets/html-text-browser.h>
 #include <kovakit-qt/widgets/image-downloader.h>
 #include <kovakit-qt/widgets/item-delegate.h>
+#include <kovakit-qt/widgets/kova-button-path.h>
 #include <kovakit-qt/widgets/kova-button.h>
 #include <kovakit-qt/widgets/kova-calander-view.h>
 #include <kovakit-qt/widgets/kova-check-box.h>
@@ -54,7 +55,7 @@
 
 // Not there when the library was built without them.
 #if __has_include(<kovakit-qt/single-application/qtsingleapplication.h>)
-#    include <kovakit-qt/single-application/qtlocalpeer.h>
-#    include <kovakit-qt/single-application/qtlockedfile.h>
-#    include <kovakit-qt/single-application/qtsingleapplication.h>
+#include <kovakit-qt/single-application/qtlocalpeer.h>
+#include <kovakit-qt/single-application/qtlockedfile.h>
+#include <kovakit-qt/single-application/qtsingleapplication.h>
 #endif

@@ -1,0 +1,94 @@
+#pragma once
+
+#include <kovakit-qt/kovakit-export.h>
+
+#include <QList>
+#include <QTableWidget>
+
+#include <memory>
+
+class QMenu;
+class QPushButton;
+class QToolButton;
+
+/**
+ * A one-line bar with a button for each folder of a path.
+ *
+ * The bar never changes its path by itself: it tells which folder was picked with sigUpdatePath(),
+ * and its owner answers with slotUpdatePath() or refresh(), at once if it likes. A row that is
+ * wider than the bar is scrolled to its end, and a button over its left edge drops down a menu of
+ * the folders that are out of sight. That is decided at refresh() alone, so call it once the bar
+ * has its width, and again when the width changes.
+ *
+ * The buttons are reached with Tab and the arrow keys and pressed with the space bar or Return; a
+ * refresh keeps the keyboard focus in the bar. To screen readers the bar is a tool bar. Give it an
+ * accessible name that says what its path is for.
+ */
+class KOVAKIT_EXPORT KovaButtonPath : public QTableWidget
+{
+    Q_OBJECT
+
+public:
+    /** An empty bar of the house's height; @p parent owns it. */
+    explicit KovaButtonPath(QWidget *parent = nullptr);
+
+    ~KovaButtonPath() override;
+
+    /**
+     * Shows @p path, folder names separated by "/"; empty names are left out.
+     *
+     * All buttons and menu entries of the path before are deleted. Takes time linear in the number
+     * of folders.
+     */
+    void refresh(QString path);
+
+    /** Sets the widths of the arrows and offers the menu if the row is wider than the bar was when
+     *  refresh() began. refresh() ends with it. */
+    void updateColumnSize();
+
+    /**
+     * Shows the button of the menu, enters the folders that a row of @p totalWidth device pixels
+     * hides, and scrolls to the end of the row.
+     */
+    void setChangeFolderBtn(int totalWidth);
+
+    /**
+     * The path up to the button in @p column, without a slash in front, whatever the path given to
+     * refresh() began with.
+     *
+     * Columns count arrows too: the second folder is column 2. An arrow gives a slash at the end,
+     * a negative column an empty text, a column past the last one the whole path.
+     */
+    [[nodiscard]] QString getPath(int column) const;
+
+public Q_SLOTS:
+    /** The same as refresh(@p path). */
+    void slotUpdatePath(QString path);
+
+    /** Emits sigUpdatePath() for the folder in column @p btn_id. */
+    void slotPathBarClicked(int btn_id);
+
+Q_SIGNALS:
+    /** The user picked a folder, in the row or in the menu; @p path is that of getPath(). */
+    void sigUpdatePath(QString path);
+
+protected:
+    /** Brings a button that gets the focus by keyboard into view, and lets Return press it. */
+    bool eventFilter(QObject *watched, QEvent *event) override;
+
+private:
+    void setUpTable();
+    void setUpChangeFolderBtn();
+    QPushButton *makeButton(const QString &style);
+    void addNameButton(const QString &folder, const QString &style, int width);
+    void addArrow(const QIcon &icon, const QString &style);
+    void addMenuEntry(int column);
+    void fillRow();
+    [[nodiscard]] int focusedColumn() const;
+
+    QList<QPushButton *> m_buttons;
+    QToolButton *m_changeFolderBtn;
+    std::unique_ptr<QMenu> m_menu;
+    bool m_inMenu = false;
+    int m_visibleWidth = 0;
+};

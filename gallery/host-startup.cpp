@@ -16,6 +16,18 @@
 
 namespace {
 
+QString &startedLanguage()
+{
+    static QString language = QStringLiteral("enu");
+    return language;
+}
+
+QDir stringFolder()
+{
+    return QDir(UIPathManager::getInstance()->getPath(QStringLiteral("resource_path"))
+                + QLatin1String("/strings"));
+}
+
 QMap<QString, QString> readStrings(const QString &path)
 {
     QFile file(path);
@@ -25,24 +37,6 @@ QMap<QString, QString> readStrings(const QString &path)
     QMap<QString, QString> strings;
     for (auto it = table.begin(); it != table.end(); ++it)
         strings.insert(it.key(), it.value().toString());
-    return strings;
-}
-
-// What a language lacks is shown in English.
-QMap<QString, QString> stringsOf(const HostSettings &settings)
-{
-    const QDir folder(settings.themeFolder + QLatin1String("/strings"));
-    QMap<QString, QString> strings = readStrings(folder.filePath(QStringLiteral("enu.json")));
-
-    const QString fileName = settings.language + QLatin1String(".json");
-    if (!folder.entryList({QStringLiteral("*.json")}).contains(fileName)) {
-        std::fprintf(stderr, "No strings for the language \"%s\": showing English.\n",
-                     qPrintable(settings.language));
-        return strings;
-    }
-    const QMap<QString, QString> translated = readStrings(folder.filePath(fileName));
-    for (auto it = translated.begin(); it != translated.end(); ++it)
-        strings.insert(it.key(), it.value());
     return strings;
 }
 
@@ -58,6 +52,22 @@ std::vector<QString> styleFilesOf(const HostSettings &settings)
 
 } // namespace
 
+QString hostLanguage()
+{
+    return startedLanguage();
+}
+
+QMap<QString, QString> stringsOfLanguage(const QString &language)
+{
+    const QDir folder = stringFolder();
+    QMap<QString, QString> strings = readStrings(folder.filePath(QStringLiteral("enu.json")));
+    const QMap<QString, QString> translated =
+        readStrings(folder.filePath(language + QLatin1String(".json")));
+    for (auto it = translated.begin(); it != translated.end(); ++it)
+        strings.insert(it.key(), it.value());
+    return strings;
+}
+
 QString startUpHost(const HostSettings &settings)
 {
     const QDir theme(settings.themeFolder);
@@ -71,7 +81,14 @@ QString startUpHost(const HostSettings &settings)
     UIPathManager *paths = UIPathManager::getInstance();
     paths->setPath(QStringLiteral("resource_path"), theme.absolutePath());
     paths->setPath(QStringLiteral("user_data_path"), settings.userDataFolder);
-    ComponentStrings::getInstance()->installStrings(stringsOf(settings));
+    const QStringList tables = stringFolder().entryList({QStringLiteral("*.json")});
+    if (tables.contains(settings.language + QLatin1String(".json"))) {
+        startedLanguage() = settings.language;
+    } else {
+        std::fprintf(stderr, "No strings for the language \"%s\": showing English.\n",
+                     qPrintable(settings.language));
+    }
+    ComponentStrings::getInstance()->installStrings(stringsOfLanguage(hostLanguage()));
     ImageManager::getInstance()->initialize(ImageManager::LazyLoad);
     StyleManager::getInstance()->initialize(styleFilesOf(settings));
     return QString();

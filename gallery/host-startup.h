@@ -1,5 +1,6 @@
 #pragma once
 
+#include <QMap>
 #include <QString>
 #include <QStringList>
 
@@ -16,6 +17,11 @@ struct HostSettings
 // other. Call it once, after the QApplication was created. Returns what prevents it, or an empty
 // text. A language without strings is no reason: a message is printed and English is shown.
 [[nodiscard]] QString startUpHost(const HostSettings &settings);
+
+// The language that the library was started up with, and the strings of any language of the same
+// theme; what a language lacks is in English.
+[[nodiscard]] QString hostLanguage();
+[[nodiscard]] QMap<QString, QString> stringsOfLanguage(const QString &language);
 
 // The folder of the house theme as seen from this program, installed or in the build tree; empty
 // if there is none.

@@ -2,8 +2,10 @@
 
 #include "pages/buttons-page.h"
 #include "pages/checks-page.h"
+#include "pages/dates-page.h"
 #include "pages/help-page.h"
 #include "pages/icon-buttons-page.h"
+#include "pages/input-page.h"
 #include "pages/message-boxes-page.h"
 #include "pages/sheets-page.h"
 
@@ -33,6 +35,11 @@ const std::vector<PageEntry> &pageRegistry()
         {QStringLiteral("message-boxes"), QStringLiteral("Message boxes"),
          QStringLiteral("The same in one call, in a window or without one."),
          makePage<MessageBoxesPage>},
+        {QStringLiteral("input"), QStringLiteral("Input and countdown"),
+         QStringLiteral("A question for a text, and one that answers itself."),
+         makePage<InputPage>},
+        {QStringLiteral("dates"), QStringLiteral("Dates"),
+         QStringLiteral("Fields for dates, and the calendar that they open."), makePage<DatesPage>},
         {QStringLiteral("help"), QStringLiteral("Online help"),
          QStringLiteral("An article from a server, or the page that came with the program."),
          makePage<HelpPage>},

@@ -88,10 +88,14 @@ void KovaCalanderView::handleNavigationBar()
         if (QToolButton *button = navigationButton(name))
             button->setFocusPolicy(Qt::StrongFocus);
     }
-    if (QToolButton *previous = navigationButton("qt_calendar_prevmonth"))
-        previous->setAccessibleName(componentString("accessible_calendar_prev_month"));
-    if (QToolButton *next = navigationButton("qt_calendar_nextmonth"))
-        next->setAccessibleName(componentString("accessible_calendar_next_month"));
+    const auto name = [this](const char *buttonName, const char *key) {
+        if (QToolButton *button = navigationButton(buttonName)) {
+            button->setAccessibleName(componentString(key));
+            button->setToolTip(button->accessibleName());
+        }
+    };
+    name("qt_calendar_prevmonth", "accessible_calendar_prev_month");
+    name("qt_calendar_nextmonth", "accessible_calendar_next_month");
     if (QWidget *edit = yearEdit())
         edit->setAttribute(Qt::WA_MacShowFocusRect, false);
     if (auto *bar = m_calendar->findChild<QWidget *>(QStringLiteral("qt_calendar_navigationbar"))) {

@@ -50,6 +50,9 @@ void KovaCountdownMessageBox::slotTick()
 void KovaCountdownMessageBox::showEvent(QShowEvent *event)
 {
     QMessageBox::showEvent(event);
+    // Under a parent with a style sheet the box has its own style only now, and the icon is older.
+    if (icon() != NoIcon)
+        setIcon(icon());
     // The window system shows a box again that was minimised: no reason to count faster.
     if (event->spontaneous())
         return;

@@ -21,6 +21,7 @@ class KovaCountdownMessageBoxTest : public QObject
 private Q_SLOTS:
     void initTestCase() { setUpHost(); }
     void isBuiltFromStylesAndStrings();
+    void iconIsThatOfTheHouse();
     void countsToTheClick();
     void countsBySeconds();
     void secondButtonCancels();
@@ -42,6 +43,19 @@ void KovaCountdownMessageBoxTest::isBuiltFromStylesAndStrings()
              getStyleSheet("component.apply_button", false));
     QCOMPARE(box.button(QMessageBox::Discard)->styleSheet(),
              getStyleSheet("component.cancel_button", false));
+}
+
+void KovaCountdownMessageBoxTest::iconIsThatOfTheHouse()
+{
+    KovaCountdownMessageBox alone(10, nullptr);
+    alone.setIcon(QMessageBox::Information);
+    QWidget parent;
+    parent.setStyleSheet(QStringLiteral("QWidget { color: black; }"));
+    KovaCountdownMessageBox box(10, &parent);
+    box.setIcon(QMessageBox::Information);
+    box.show();
+    QVERIFY(!alone.iconPixmap().isNull());
+    QCOMPARE(box.iconPixmap().toImage(), alone.iconPixmap().toImage());
 }
 
 void KovaCountdownMessageBoxTest::countsToTheClick()

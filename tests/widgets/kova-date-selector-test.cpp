@@ -46,6 +46,8 @@ private Q_SLOTS:
 private:
     QWidget *popup() const { return m_box->getCalendarView()->window(); }
     bool isOpen() const { return popup()->isVisible(); }
+    void open();
+    void settle() const;
     void press(int key, Qt::KeyboardModifiers modifiers = {});
     void click(QWidget *widget, const QPoint &position);
     QPoint dayInFirstFullRow(int column) const;
@@ -79,16 +81,31 @@ void KovaDateSelectorTest::cleanup()
     delete m_window;
 }
 
+// Nobody closes a popup before it can be seen; the window system complains when a test does.
+void KovaDateSelectorTest::settle() const
+{
+    if (isOpen())
+        QVERIFY(QTest::qWaitForWindowExposed(popup()));
+}
+
+void KovaDateSelectorTest::open()
+{
+    m_box->showPopup();
+    settle();
+}
+
 void KovaDateSelectorTest::press(int key, Qt::KeyboardModifiers modifiers)
 {
     const QWidget *window = isOpen() ? popup() : m_window;
     QTest::keyClick(window->windowHandle(), Qt::Key(key), modifiers);
+    settle();
 }
 
 void KovaDateSelectorTest::click(QWidget *widget, const QPoint &position)
 {
     QTest::mouseClick(widget->window()->windowHandle(), Qt::LeftButton, {},
                       widget->mapTo(widget->window(), position));
+    settle();
 }
 
 // The middle of a cell in the third row, which is always in the month that is shown.
@@ -124,11 +141,11 @@ void KovaDateSelectorTest::showsWhatIsChosen()
     QCOMPARE(m_box->count(), 1);
 
     // What the field shows is what Return chooses when the calendar is opened.
-    m_box->showPopup();
+    open();
     press(Qt::Key_Return);
     QCOMPARE(m_box->currentData().toDate(), QDate(2023, 3, 5));
 
-    m_box->showPopup();
+    open();
     m_box->dateSelect(QDate());
     QVERIFY(isOpen());
     QCOMPARE(m_box->currentText(), placeholder);
@@ -234,7 +251,7 @@ void KovaDateSelectorTest::clicksBesideTheDaysKeepItOpen()
     view->setCurrentPage(2024, 9);
     view->setMinimumDate(QDate(2024, 9, 20));
     view->setMaximumDate(QDate(2024, 9, 24));
-    m_box->showPopup();
+    open();
     click(part<QTableView>("calendarview")->viewport(), dayInFirstFullRow(1));
     click(part<QWidget>("weekdayview"), QPoint(10, 10));
     click(part<QWidget>("navigationbar"),
@@ -250,7 +267,7 @@ void KovaDateSelectorTest::clicksBesideTheDaysKeepItOpen()
 void KovaDateSelectorTest::clickOutsideClosesIt()
 {
     m_other->setFocus();
-    m_box->showPopup();
+    open();
     QTest::mouseClick(popup()->windowHandle(), Qt::LeftButton, {},
                       QPoint(popup()->width() + 20, popup()->height() + 20));
     QVERIFY(!isOpen());
@@ -310,7 +327,7 @@ void KovaDateSelectorTest::isAsWideAsTheCalendar()
 {
     m_window->resize(kovaPx(600), kovaPx(200));
     QTRY_VERIFY(m_box->width() > kovaPx(500));
-    m_box->showPopup();
+    open();
     QCOMPARE(popup()->width() - m_box->getCalendarView()->width(),
              popup()->height() - m_box->getCalendarView()->height());
     const QMargins frame = popup()->contentsMargins();
@@ -321,15 +338,15 @@ void KovaDateSelectorTest::isAsWideAsTheCalendar()
 
 void KovaDateSelectorTest::yearEditDoesNotOutliveThePopup()
 {
-    m_box->showPopup();
+    open();
     click(part<QToolButton>("yearbutton"), QPoint(5, 5));
     QVERIFY(part<QSpinBox>("yearedit")->isVisible());
     m_box->hidePopup();
-    m_box->showPopup();
+    open();
     QVERIFY(!part<QSpinBox>("yearedit")->isVisible());
     QVERIFY(part<QToolButton>("yearbutton")->isVisible());
     QCOMPARE(QApplication::focusWidget(), part<QTableView>("calendarview"));
-    m_box->showPopup();
+    open();
     m_box->hidePopup();
     QCOMPARE(QApplication::focusWidget(), m_box);
 }
@@ -347,7 +364,7 @@ void KovaDateSelectorTest::rangesLimitEachOther()
     connect(&to, QOverload<int>::of(&QComboBox::currentIndexChanged), this, limit);
     to.dateSelect(QDate(2024, 9, 17));
     m_box->getCalendarView()->setCurrentPage(2024, 9);
-    m_box->showPopup();
+    open();
     click(part<QTableView>("calendarview")->viewport(), dayInFirstFullRow(3));
     QCOMPARE(m_box->currentText(), QStringLiteral("2024-09-11"));
     const auto *calendar = to.findChild<QCalendarWidget *>();
@@ -362,7 +379,7 @@ void KovaDateSelectorTest::survivesAnyDates()
                               QDate(9999, 12, 31), QDate::fromJulianDay(1)}) {
         m_box->dateSelect(date);
         QCOMPARE(m_box->currentData().toDate(), date);
-        m_box->showPopup();
+        open();
         press(Qt::Key_PageUp);
         press(Qt::Key_PageDown);
         press(Qt::Key_Return);
@@ -371,18 +388,18 @@ void KovaDateSelectorTest::survivesAnyDates()
     }
     view->setMinimumDate(QDate(2024, 5, 1));
     view->setMaximumDate(QDate(2023, 5, 1));
-    m_box->showPopup();
+    open();
     press(Qt::Key_Return);
     QCOMPARE(m_box->currentText(), QStringLiteral("2023-05-01"));
     m_box->clear();
-    m_box->showPopup();
+    open();
     QVERIFY(isOpen());
     m_box->hidePopup();
 }
 
 void KovaDateSelectorTest::survivesItsEndWhileOpen()
 {
-    m_box->showPopup();
+    open();
     click(part<QToolButton>("yearbutton"), QPoint(5, 5));
     delete m_box;
     QVERIFY(!QApplication::activePopupWidget());
@@ -393,7 +410,7 @@ void KovaDateSelectorTest::survivesItsEndWhileOpen()
         if (index == 0)
             m_box->deleteLater();
     });
-    m_box->showPopup();
+    open();
     QTest::keyPress(popup()->windowHandle(), Qt::Key_Return);
     QTRY_VERIFY(!m_box);
 

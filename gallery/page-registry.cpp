@@ -6,6 +6,8 @@
 #include "pages/help-page.h"
 #include "pages/icon-buttons-page.h"
 #include "pages/input-page.h"
+#include "pages/log-page.h"
+#include "pages/long-table-page.h"
 #include "pages/message-boxes-page.h"
 #include "pages/sheets-page.h"
 
@@ -40,6 +42,10 @@ const std::vector<PageEntry> &pageRegistry()
          makePage<InputPage>},
         {QStringLiteral("dates"), QStringLiteral("Dates"),
          QStringLiteral("Fields for dates, and the calendar that they open."), makePage<DatesPage>},
+        {QStringLiteral("log"), QStringLiteral("Paged table"),
+         QStringLiteral("A long list page by page, under a header of its own."), makePage<LogPage>},
+        {QStringLiteral("long-table"), QStringLiteral("Long table"),
+         QStringLiteral("The same list unpaged, with all its rows."), makePage<LongTablePage>},
         {QStringLiteral("help"), QStringLiteral("Online help"),
          QStringLiteral("An article from a server, or the page that came with the program."),
          makePage<HelpPage>},

@@ -36,7 +36,9 @@ KovaIconButton *makeArrowButton(const char *imageName, const char *tooltipKey)
 KovaIconButton *makeRefreshButton()
 {
     auto *button = new KovaIconButton(QStringLiteral("bt_pagebar_refresh"));
-    button->setAccessibleName(componentString("pagebar_refresh"));
+    const QString text = componentString("pagebar_refresh");
+    button->setToolTip(text);
+    button->setAccessibleName(text);
     button->setFixedSize(kovaPx(24), kovaPx(24));
     return button;
 }

@@ -1,0 +1,52 @@
+#include "long-table-page.h"
+
+#include "page-widgets.h"
+
+#include <kovakit-qt/style/dpi-info.h>
+#include <kovakit-qt/widgets/kova-check-box.h>
+#include <kovakit-qt/widgets/kova-table-widget.h>
+
+#include <QHeaderView>
+
+namespace {
+
+constexpr int entryCount = 100000;
+
+} // namespace
+
+LongTablePage::LongTablePage()
+    : m_log(makeLog(entryCount))
+    , m_view(new KovaTableWidget(logColumns()))
+{
+    auto *card = new Card(QStringLiteral("100,000 entries at once"),
+                          QStringLiteral("Every entry is a row. Click a title to sort."));
+    card->addRow({makeRowLabel(QStringLiteral("Columns:")),
+                  makeSwitch(LogTime, QStringLiteral("Time")),
+                  makeSwitch(LogLevel, QStringLiteral("Level")),
+                  makeSwitch(LogUser, QStringLiteral("User"))});
+    m_view->setFixedHeight(kovaPx(420));
+    QHeaderView *header = m_view->getHeader();
+    header->setSectionsClickable(true);
+    header->setSortIndicatorShown(true);
+    header->setSortIndicator(LogTime, Qt::DescendingOrder);
+    connect(header, &QHeaderView::sectionClicked, this, [this, header](int column) {
+        if (column > LogEvent)
+            return;
+        sortLog(m_log, column, header->sortIndicatorOrder());
+        showEntries(m_view->getTable(), m_log, 0, entryCount);
+        m_view->getTable()->scrollToTop();
+        report(QStringLiteral("Sorted %1 rows.").arg(entryCount));
+    });
+    card->add(m_view);
+    add(card);
+    showEntries(m_view->getTable(), m_log, 0, entryCount);
+}
+
+QWidget *LongTablePage::makeSwitch(int column, const QString &text)
+{
+    auto *box = new KovaCheckBox(text, nullptr);
+    box->setChecked(true);
+    connect(box, &QCheckBox::toggled, this,
+            [this, column](bool shown) { m_view->getTable()->setColumnHidden(column, !shown); });
+    return box;
+}

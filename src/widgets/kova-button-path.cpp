@@ -268,7 +268,7 @@ bool KovaButtonPath::eventFilter(QObject *watched, QEvent *event)
         return true;
     }
     if (button && isFocusByKeyboard(event)) {
-        const int column = m_buttons.indexOf(static_cast<QPushButton *>(watched));
+        const int column = m_buttons.indexOf(qobject_cast<QPushButton *>(watched));
         if (column >= 0)
             scrollTo(model()->index(0, column));
     }

@@ -79,7 +79,7 @@ void showEntries(QTableWidget *table, const std::vector<LogEntry> &log, int firs
     const QSignalBlocker quiet(table);
     table->setRowCount(shown);
     for (int row = 0; row < shown; ++row) {
-        const LogEntry &entry = log[std::size_t(first + row)];
+        const LogEntry &entry = log[std::size_t(first) + std::size_t(row)];
         for (int column = 0; column < int(entry.size()); ++column) {
             const QString &text = entry.at(std::size_t(column));
             if (QTableWidgetItem *item = table->item(row, column))

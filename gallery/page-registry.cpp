@@ -10,6 +10,7 @@
 #include "pages/long-table-page.h"
 #include "pages/message-boxes-page.h"
 #include "pages/sheets-page.h"
+#include "pages/tree-page.h"
 
 namespace {
 
@@ -46,6 +47,9 @@ const std::vector<PageEntry> &pageRegistry()
          QStringLiteral("A long list page by page, under a header of its own."), makePage<LogPage>},
         {QStringLiteral("long-table"), QStringLiteral("Long table"),
          QStringLiteral("The same list unpaged, with all its rows."), makePage<LongTablePage>},
+        {QStringLiteral("tree"), QStringLiteral("Folder tree"),
+         QStringLiteral("A real folder, with check boxes and names to change."),
+         makePage<TreePage>},
         {QStringLiteral("help"), QStringLiteral("Online help"),
          QStringLiteral("An article from a server, or the page that came with the program."),
          makePage<HelpPage>},

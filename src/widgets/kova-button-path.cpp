@@ -5,6 +5,7 @@
 #include <kovakit-qt/image-manager/image-manager.h>
 #include <kovakit-qt/style/dpi-info.h>
 #include <kovakit-qt/style/style-manager.h>
+#include <kovakit-qt/utils/escape-tooltip.h>
 
 #include <QFocusEvent>
 #include <QHeaderView>
@@ -207,7 +208,11 @@ void KovaButtonPath::setChangeFolderBtn(int totalWidth)
             break;
         offset += width;
     }
-    m_changeFolderBtn->setAccessibleName(getPath(hiddenUpTo));
+    const QString hidden = getPath(hiddenUpTo);
+    m_changeFolderBtn->setAccessibleName(hidden);
+    m_changeFolderBtn->setToolTip(getHtmlEscapedStringForToolTip(hidden));
+    // In place of the markup of the tooltip.
+    m_changeFolderBtn->setAccessibleDescription(hidden);
 
     horizontalScrollBar()->setValue(horizontalScrollBar()->maximum());
 }

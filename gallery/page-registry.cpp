@@ -6,9 +6,14 @@
 #include "pages/help-page.h"
 #include "pages/icon-buttons-page.h"
 #include "pages/input-page.h"
+#include "pages/labels-page.h"
 #include "pages/log-page.h"
 #include "pages/long-table-page.h"
+#include "pages/look-ups-page.h"
+#include "pages/menus-page.h"
 #include "pages/message-boxes-page.h"
+#include "pages/path-page.h"
+#include "pages/settings-page.h"
 #include "pages/sheets-page.h"
 #include "pages/tree-page.h"
 
@@ -32,6 +37,18 @@ const std::vector<PageEntry> &pageRegistry()
          makePage<IconButtonsPage>},
         {QStringLiteral("checks"), QStringLiteral("Checks and choices"),
          QStringLiteral("Check boxes and radio buttons."), makePage<ChecksPage>},
+        {QStringLiteral("settings"), QStringLiteral("Settings form"),
+         QStringLiteral("Fields with captions, units and errors, and lists to choose from."),
+         makePage<SettingsPage>},
+        {QStringLiteral("labels"), QStringLiteral("Labels and links"),
+         QStringLiteral("Text that wraps, text to press, text in tooltips."), makePage<LabelsPage>},
+        {QStringLiteral("menus"), QStringLiteral("Menus and search"),
+         QStringLiteral("Menus that stay on the screen, and a field with a menu."),
+         makePage<MenusPage>},
+        {QStringLiteral("path"), QStringLiteral("Path bar"),
+         QStringLiteral("A button for each folder of a path."), makePage<PathPage>},
+        {QStringLiteral("look-ups"), QStringLiteral("Look-ups"),
+         QStringLiteral("Language codes and the names of file icons."), makePage<LookUpsPage>},
         {QStringLiteral("sheets"), QStringLiteral("Message sheets"),
          QStringLiteral("Messages and questions inside the window they belong to."),
          makePage<SheetsPage>},

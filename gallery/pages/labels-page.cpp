@@ -1,0 +1,87 @@
+#include "labels-page.h"
+
+#include "page-widgets.h"
+
+#include <kovakit-qt/style/dpi-info.h>
+#include <kovakit-qt/utils/escape-tooltip.h>
+#include <kovakit-qt/widgets/kova-button.h>
+#include <kovakit-qt/widgets/kova-label.h>
+#include <kovakit-qt/widgets/link-label.h>
+
+#include <QSplitter>
+#include <QVBoxLayout>
+
+LabelsPage::LabelsPage()
+{
+    add(makeSplitter());
+    add(makeLinks());
+    add(makeTooltips());
+}
+
+QWidget *LabelsPage::makeSplitter()
+{
+    auto *card = new Card(QStringLiteral("Labels that wrap"),
+                          QStringLiteral("Drag the handle between the columns: each text takes the "
+                                         "height that it needs."));
+    auto *splitter = new QSplitter;
+    splitter->setChildrenCollapsible(false);
+    const QStringList texts = {
+        QStringLiteral("The backup of your documents runs every evening, as long as the computer "
+                       "is plugged in and the network drive can be reached."),
+        QStringLiteral("Versions that are older than a month are thinned out to one for each week, "
+                       "and to one for each month after a year."),
+    };
+    for (const QString &text : texts) {
+        auto *column = new QWidget;
+        auto *layout = new QVBoxLayout(column);
+        layout->setContentsMargins(kovaPx(6), 0, kovaPx(6), 0);
+        for (const QString &part : {text, QStringLiteral("What follows moves down.")}) {
+            auto *label = new KovaLabel(part);
+            label->setWordWrap(true);
+            label->setSizePolicy(QSizePolicy::Preferred, QSizePolicy::Minimum);
+            layout->addWidget(label);
+        }
+        layout->addStretch(1);
+        column->setMinimumWidth(kovaPx(140));
+        splitter->addWidget(column);
+    }
+    splitter->setFixedHeight(kovaPx(150));
+    splitter->setSizes({kovaPx(420), kovaPx(220)});
+    card->add(splitter);
+    return card;
+}
+
+QWidget *LabelsPage::makeLinks()
+{
+    auto *card = new Card(QStringLiteral("Links"),
+                          QStringLiteral("A link tells its owner that it was pressed, by mouse or "
+                                         "with Return, and opens nothing itself."));
+    const auto makeLink = [this](const QString &text, const QString &target) {
+        auto *link = new LinkLabel(text);
+        setStyleKey(link, "gallery.link");
+        link->setHyperLink(target);
+        connect(link, &LinkLabel::clicked, this, [this, link] {
+            report(QStringLiteral("The target of the link is %1.").arg(link->getHyperLink()));
+        });
+        return link;
+    };
+    LinkLabel *off =
+        makeLink(QStringLiteral("Not available"), QStringLiteral("https://example.org/none"));
+    off->setEnabled(false);
+    card->addRow(
+        {makeLink(QStringLiteral("Release notes"), QStringLiteral("https://example.org/notes")),
+         makeLink(QStringLiteral("Privacy"), QStringLiteral("https://example.org/privacy")), off});
+    return card;
+}
+
+QWidget *LabelsPage::makeTooltips()
+{
+    auto *card = new Card(QStringLiteral("Plain text in a tooltip"),
+                          QStringLiteral("Blanks, line breaks and signs are shown as they are. "
+                                         "Rest the pointer on the button."));
+    auto *button = new KovaButton(QStringLiteral("Show the rule"), KovaButton::Standard);
+    button->setToolTip(getHtmlEscapedStringForToolTip(
+        QStringLiteral("if (size < 10 && name == \"R&D\")\n    skip <b>this</b> file;")));
+    card->addRow({button});
+    return card;
+}

@@ -1,0 +1,86 @@
+#include "menus-page.h"
+
+#include "page-widgets.h"
+
+#include <kovakit-qt/style/dpi-info.h>
+#include <kovakit-qt/widgets/kova-button.h>
+#include <kovakit-qt/widgets/kova-filter-bar.h>
+#include <kovakit-qt/widgets/kova-icon-button.h>
+#include <kovakit-qt/widgets/kova-menu.h>
+
+#include <QActionGroup>
+#include <QScreen>
+
+MenusPage::MenusPage()
+    : m_menu(new KovaMenu(this))
+{
+    setStyleKey(m_menu, "component.menu");
+    for (const char *text : {"Restore this version", "Compare with today", "Show in folder"})
+        m_menu->addAction(QString::fromLatin1(text));
+    m_menu->addSeparator();
+    m_menu->addAction(QStringLiteral("Delete this version"))->setEnabled(false);
+    connect(m_menu, &QMenu::triggered, this, [this](const QAction *action) {
+        report(QStringLiteral("\"%1\" was chosen from the menu.").arg(action->text()));
+    });
+    add(makeCorners());
+    add(makeSearch());
+}
+
+QWidget *MenusPage::makeCorners()
+{
+    auto *card = new Card(QStringLiteral("A menu at each corner of the screen"),
+                          QStringLiteral("The menu is opened beyond the corner and pulls itself "
+                                         "back onto the screen."));
+    const auto makeButton = [this](const QString &text, Qt::Corner corner) {
+        auto *button = new KovaButton(text, KovaButton::Standard);
+        connect(button, &QPushButton::clicked, this, [this, corner] { openAt(corner); });
+        return button;
+    };
+    card->addRow({makeButton(QStringLiteral("Top left"), Qt::TopLeftCorner),
+                  makeButton(QStringLiteral("Top right"), Qt::TopRightCorner)});
+    card->addRow({makeButton(QStringLiteral("Bottom left"), Qt::BottomLeftCorner),
+                  makeButton(QStringLiteral("Bottom right"), Qt::BottomRightCorner)});
+    return card;
+}
+
+void MenusPage::openAt(Qt::Corner corner)
+{
+    const QRect area = screen()->availableGeometry();
+    const bool right = corner == Qt::TopRightCorner || corner == Qt::BottomRightCorner;
+    const bool bottom = corner == Qt::BottomLeftCorner || corner == Qt::BottomRightCorner;
+    const int beyond = kovaPx(40);
+    m_menu->popup({right ? area.right() + beyond : area.left() - beyond,
+                   bottom ? area.bottom() + beyond : area.top() - beyond});
+}
+
+QWidget *MenusPage::makeSearch()
+{
+    auto *card = new Card(QStringLiteral("Search field"),
+                          QStringLiteral("Return searches. Down, or the button in the field, opens "
+                                         "the menu; Escape closes it again."));
+    auto *bar = new KovaFilterBar;
+    bar->setPlaceholderText(QStringLiteral("Search in backups"));
+    bar->setFixedWidth(kovaPx(320));
+    auto *menu = new KovaMenu(bar);
+    menu->setTitle(QStringLiteral("Search in"));
+    setStyleKey(menu, "component.menu");
+    auto *group = new QActionGroup(menu);
+    for (const char *text : {"File names", "Contents", "Both"}) {
+        QAction *action = group->addAction(QString::fromLatin1(text));
+        action->setCheckable(true);
+        menu->addAction(action);
+    }
+    group->actions().constFirst()->setChecked(true);
+    bar->setMenu(menu);
+    connect(bar, &KovaFilterBar::sigKeywordChanged, this, [this, group](const QString &keyword) {
+        report(QStringLiteral("Searching for \"%1\" in: %2.")
+                   .arg(keyword, group->checkedAction()->text()));
+    });
+    auto *off = new KovaFilterBar;
+    off->setMenu(menu);
+    off->setText(QStringLiteral("Switched off"));
+    off->setEnabled(false);
+    card->addRow({bar, off});
+    addScene(QStringLiteral("search"), [bar] { bar->findChild<KovaIconButton *>()->showMenu(); });
+    return card;
+}

@@ -17,7 +17,6 @@ GalleryWindow::GalleryWindow(const QString &language)
     , m_stack(new QStackedWidget)
     , m_report(new QLabel)
 {
-    setWindowTitle(QStringLiteral("KovaKit gallery"));
     setAttribute(Qt::WA_StyledBackground);
     setStyleSheet(getStyleSheet("gallery.window", false) + getStyleSheet("theme.window", false));
 
@@ -133,6 +132,7 @@ GalleryPage *GalleryWindow::showPage(int index)
         clearReport();
     m_stack->setCurrentIndex(index);
     m_list->setCurrentRow(index);
+    setWindowTitle(pageRegistry()[std::size_t(index)].title + QStringLiteral(" - KovaKit gallery"));
     return page;
 }
 

@@ -1,0 +1,100 @@
+#include "support/test-host.h"
+
+#include <QProcess>
+#include <QScreen>
+#include <QtTest>
+
+// Starts the built gallery twice, as a person does who clicks its icon again.
+class SecondStartTest : public QObject
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void initTestCase();
+    void showsTheFirstWindow_data();
+    void showsTheFirstWindow();
+};
+
+namespace {
+
+const QColor coverColour(255, 0, 255);
+
+QString xdotool(const QStringList &arguments)
+{
+    QProcess process;
+    process.start(QStringLiteral("xdotool"), arguments);
+    process.waitForFinished();
+    return QString::fromLocal8Bit(process.readAllStandardOutput()).trimmed();
+}
+
+QString activeWindow()
+{
+    return xdotool({QStringLiteral("getactivewindow")});
+}
+
+QString titleOf(const QString &window)
+{
+    return xdotool({QStringLiteral("getwindowname"), window});
+}
+
+std::unique_ptr<QProcess> startGallery(const QString &page)
+{
+    auto process = std::make_unique<QProcess>();
+    process->setProcessChannelMode(QProcess::ForwardedChannels);
+    process->start(QStringLiteral(KOVAKIT_GALLERY), {QStringLiteral("--page"), page});
+    return process;
+}
+
+} // namespace
+
+void SecondStartTest::initTestCase()
+{
+    qputenv("TMPDIR", QFile::encodeName(scratchFolder()));
+    QVERIFY2(!xdotool({QStringLiteral("version")}).isEmpty(), "xdotool is not installed");
+}
+
+void SecondStartTest::showsTheFirstWindow_data()
+{
+    QTest::addColumn<bool>("isMinimized");
+    QTest::newRow("covered by another window") << false;
+    QTest::newRow("minimized") << true;
+}
+
+void SecondStartTest::showsTheFirstWindow()
+{
+    QFETCH(bool, isMinimized);
+    const std::unique_ptr<QProcess> first = startGallery(QStringLiteral("buttons"));
+    QTRY_VERIFY_WITH_TIMEOUT(titleOf(activeWindow()).startsWith(QLatin1String("Buttons")), 30000);
+    const QString window = activeWindow();
+
+    QWidget cover;
+    cover.setPalette(coverColour);
+    cover.setGeometry(cover.screen()->geometry());
+    cover.show();
+    cover.activateWindow();
+    QVERIFY(QTest::qWaitForWindowActive(&cover));
+    const auto topmost = [&cover] {
+        QScreen *screen = cover.screen();
+        const QPoint middle = screen->geometry().center();
+        return screen->grabWindow(0, middle.x(), middle.y(), 1, 1).toImage().pixelColor(0, 0);
+    };
+    QTRY_COMPARE(topmost(), coverColour);
+    if (isMinimized)
+        xdotool({QStringLiteral("windowminimize"), QStringLiteral("--sync"), window});
+
+    const std::unique_ptr<QProcess> second = startGallery(QStringLiteral("dates"));
+    QVERIFY(second->waitForFinished(20000));
+    QCOMPARE(second->exitStatus(), QProcess::NormalExit);
+    QCOMPARE(second->exitCode(), 0);
+    QTRY_COMPARE(activeWindow(), window);
+    QTRY_VERIFY(topmost() != coverColour);
+    QTRY_VERIFY2(titleOf(window).startsWith(QLatin1String("Dates")), qPrintable(titleOf(window)));
+
+    QCOMPARE(first->state(), QProcess::Running);
+    xdotool({QStringLiteral("key"), QStringLiteral("alt+F4")});
+    QVERIFY(first->waitForFinished());
+    QCOMPARE(first->exitCode(), 0);
+}
+
+QTEST_MAIN(SecondStartTest)
+#include "second-start-test.moc"

@@ -1,0 +1,21 @@
+#pragma once
+
+#include <QAccessible>
+#include <QPoint>
+
+class QWidget;
+
+// Keys and clicks as a user makes them: they go to the window, which finds out whose they are.
+
+// Shows @p window and waits until the keyboard is its own.
+void showActive(QWidget *window);
+
+// Presses and releases @p key in the window of @p widget.
+void press(const QWidget *widget, int key, Qt::KeyboardModifiers modifiers = {});
+
+// Clicks with the left button at @p position of @p widget, or in its middle.
+void click(const QWidget *widget, const QPoint &position);
+void click(const QWidget *widget);
+
+// What a screen reader says of @p widget.
+QString spoken(QWidget *widget, QAccessible::Text kind = QAccessible::Name);

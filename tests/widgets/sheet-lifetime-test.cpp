@@ -1,12 +1,10 @@
 #include <kovakit-qt/kovakit-qt.h>
 
 #include "support/test-host.h"
+#include "support/user-input.h"
 
 #include <QAbstractButton>
 #include <QLineEdit>
-#include <QPointer>
-#include <QTimer>
-#include <QVBoxLayout>
 #include <QtTest>
 
 namespace {
@@ -23,7 +21,7 @@ QWidget *newWindow()
 
 KovaMessageSheet *newSheet(QWidget *window)
 {
-    auto *sheet = new KovaMessageSheet(KovaMessageSheet::Question, QStringLiteral("Go?"), window);
+    auto *sheet = new KovaMessageSheet(KovaMessageSheet::Question, "Go?", window);
     KovaMask::createMask(sheet, window, QColor(0, 0, 0, 20));
     return sheet;
 }
@@ -34,7 +32,11 @@ void soon(Function function)
     QTimer::singleShot(0, qApp, function);
 }
 
+using Event = std::function<void(QWidget *window, KovaMessageSheet *sheet)>;
+
 } // namespace
+
+Q_DECLARE_METATYPE(Event)
 
 // Everything that can die while the loop of a sheet runs.
 class SheetLifetimeTest : public QObject
@@ -43,74 +45,70 @@ class SheetLifetimeTest : public QObject
 
 private Q_SLOTS:
     void initTestCase() { setUpHost(); }
-    void windowDiesAroundAHeapSheet();
-    void windowDiesAroundAStackSheet();
-    void windowDiesAroundASheetWithoutMask();
-    void maskDies();
-    void sheetDies();
+    void loopEndsWithWhatItNeeds_data();
+    void loopEndsWithWhatItNeeds();
     void sheetDiesInFinished();
-    void closedWindowDeletesItself();
-    void shortcutsSurvive_data();
-    void shortcutsSurvive();
+    void panelDiesAroundASheetWithoutMask();
+    void windowDiesUnderTheShortcuts();
     void execInsideExec();
-    void deathInsideExecInsideExec();
     void quitEndsTheLoop();
-    void windowDiesAroundAShownSheet();
     void animatedSheetsEnd();
 };
 
-void SheetLifetimeTest::windowDiesAroundAHeapSheet()
+void SheetLifetimeTest::loopEndsWithWhatItNeeds_data()
 {
-    QWidget *window = newWindow();
-    const QPointer<KovaMessageSheet> sheet = newSheet(window);
-    soon([&] { delete window; });
-    QCOMPARE(sheet->exec(), 0);
-    QVERIFY(!sheet);
+    QTest::addColumn<Event>("event");
+    QTest::addColumn<bool>("onStack");
+    const auto row = [](const char *name, const Event &event) {
+        QTest::addRow("%s", name) << event << true;
+        QTest::addRow("%s, sheet on the heap", name) << event << false;
+    };
+    row("window deleted", [](QWidget *window, QWidget *) { delete window; });
+    row("mask deleted", [](QWidget *, QWidget *sheet) { delete sheet->parent(); });
+    row("sheet hidden", [](QWidget *, QWidget *sheet) { sheet->hide(); });
+    row("window closed", [](QWidget *window, KovaMessageSheet *sheet) {
+        sheet->setBlockWindowButton(false);
+        window->close();
+    });
+    row("window closed for good", [](QWidget *window, KovaMessageSheet *sheet) {
+        sheet->setBlockWindowButton(false);
+        window->setAttribute(Qt::WA_DeleteOnClose);
+        window->close();
+    });
+    QTest::newRow("sheet deleted")
+        << Event([](QWidget *, QWidget *sheet) { delete sheet; }) << false;
 }
 
-void SheetLifetimeTest::windowDiesAroundAStackSheet()
+void SheetLifetimeTest::loopEndsWithWhatItNeeds()
 {
-    QWidget *window = newWindow();
-    KovaMessageSheet sheet(KovaMessageSheet::Question, QStringLiteral("Go?"), window);
-    KovaMask::createMask(&sheet, window, QColor(0, 0, 0, 20));
-    soon([&] { delete window; });
-    QCOMPARE(sheet.exec(), 0);
-    QVERIFY(!sheet.isVisible());
-    QCOMPARE(sheet.parent(), nullptr);
-}
-
-void SheetLifetimeTest::windowDiesAroundASheetWithoutMask()
-{
-    QWidget *window = newWindow();
-    auto *panel = new QWidget(window);
-    panel->show();
-    KovaMessageSheet sheet(KovaMessageSheet::Question, QStringLiteral("Go?"), panel);
-    soon([&] { delete panel; });
-    QCOMPARE(sheet.exec(), 0);
+    QFETCH(Event, event);
+    QFETCH(bool, onStack);
+    QWidget other; // keeps the application alive
+    other.show();
+    const QPointer<QWidget> window = newWindow();
+    if (onStack) {
+        KovaMessageSheet sheet(KovaMessageSheet::Question, "Go?", window);
+        KovaMask::createMask(&sheet, window, QColor(0, 0, 0, 20));
+        QSignalSpy finished(&sheet, &KovaSheet::finished);
+        soon([&] { event(window, &sheet); });
+        QCOMPARE(sheet.exec(), 0);
+        QVERIFY(!sheet.isVisible());
+        QVERIFY(finished.count() <= 1);
+        QVERIFY(window || !sheet.parent());
+    } else {
+        const QPointer<KovaMessageSheet> sheet = newSheet(window);
+        soon([&] { event(window, sheet); });
+        QCOMPARE(sheet->exec(), 0);
+        QVERIFY(window || !sheet);
+    }
+    if (window && window->isVisible()) {
+        // It is its user's again.
+        window->activateWindow();
+        press(window, Qt::Key_A);
+        QTRY_COMPARE(window->findChild<QLineEdit *>()->text(), "a");
+    }
+    QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
     delete window;
-}
-
-void SheetLifetimeTest::maskDies()
-{
-    const std::unique_ptr<QWidget> window(newWindow());
-    KovaMessageSheet sheet(KovaMessageSheet::Question, QStringLiteral("Go?"), window.get());
-    KovaMask::createMask(&sheet, window.get(), QColor(0, 0, 0, 20));
-    soon([&] { delete sheet.parent(); });
-    QCOMPARE(sheet.exec(), 0);
-    // The window is its user's again.
-    window->activateWindow();
-    QTest::keyClick(window->windowHandle(), Qt::Key_A);
-    QTRY_COMPARE(window->findChild<QLineEdit *>()->text(), QStringLiteral("a"));
-}
-
-void SheetLifetimeTest::sheetDies()
-{
-    const std::unique_ptr<QWidget> window(newWindow());
-    auto *sheet = newSheet(window.get());
-    soon([&] { delete sheet; });
-    QCOMPARE(sheet->exec(), 0);
-    QTest::keyClick(window->windowHandle(), Qt::Key_A);
-    QTRY_COMPARE(window->findChild<QLineEdit *>()->text(), QStringLiteral("a"));
 }
 
 void SheetLifetimeTest::sheetDiesInFinished()
@@ -122,83 +120,54 @@ void SheetLifetimeTest::sheetDiesInFinished()
     QCOMPARE(sheet->exec(), 1024);
 }
 
-void SheetLifetimeTest::closedWindowDeletesItself()
+void SheetLifetimeTest::panelDiesAroundASheetWithoutMask()
 {
-    QWidget other;
-    other.show();
-    QPointer<QWidget> window = newWindow();
-    window->setAttribute(Qt::WA_DeleteOnClose);
-    KovaMessageSheet sheet(KovaMessageSheet::Question, QStringLiteral("Go?"), window);
-    KovaMask::createMask(&sheet, window, QColor(0, 0, 0, 20));
-    sheet.setBlockWindowButton(false);
-    soon([&] { window->close(); });
+    const std::unique_ptr<QWidget> window(newWindow());
+    auto *panel = new QWidget(window.get());
+    panel->show();
+    KovaMessageSheet sheet(KovaMessageSheet::Question, "Go?", panel);
+    soon([&] { delete panel; });
     QCOMPARE(sheet.exec(), 0);
-    sheet.setParent(nullptr);
-    QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
-    QTRY_VERIFY(!window);
 }
 
-void SheetLifetimeTest::shortcutsSurvive_data()
+void SheetLifetimeTest::windowDiesUnderTheShortcuts()
 {
-    QTest::addColumn<int>("shortcut");
-    const char *const names[] = {"info",    "warning",        "warning with details",
-                                 "confirm", "custom confirm", "upgrading"};
-    for (int i = 0; i < 6; ++i)
-        QTest::newRow(names[i]) << i;
-}
-
-void SheetLifetimeTest::shortcutsSurvive()
-{
-    QFETCH(int, shortcut);
-    QWidget *window = newWindow();
-    soon([&] { delete window; });
-    const QString text = QStringLiteral("text");
-    switch (shortcut) {
-    case 0:
-        showInfoMsg(text, text, window);
-        break;
-    case 1:
-        showWarningMsg(text, text, window);
-        break;
-    case 2:
-        showWarningMsg(text, text, text, window);
-        break;
-    case 3:
-        QCOMPARE(showConfirmMsg(text, text, window), 0);
-        break;
-    case 4:
-        QCOMPARE(showConfirmMsgCustomBtn(text, text, {text, text}, window), 0);
-        break;
-    default:
-        showUpgradingMsg(text, text, window);
-        break;
+    const std::function<int(QWidget *)> shortcuts[] = {
+        [](QWidget *window) { return showInfoMsg("", "text", window), 0; },
+        [](QWidget *window) { return showWarningMsg("", "text", window), 0; },
+        [](QWidget *window) { return showWarningMsg("", "text", "details", window), 0; },
+        [](QWidget *window) { return showUpgradingMsg("", "text", window), 0; },
+        [](QWidget *window) { return showConfirmMsg("", "text", window); },
+        [](QWidget *window) {
+            return showConfirmMsgCustomBtn("", "text", {"a", "b"}, window);
+        },
+    };
+    for (const auto &shortcut : shortcuts) {
+        QWidget *window = newWindow();
+        soon([&] { delete window; });
+        QCOMPARE(shortcut(window), 0);
     }
 }
 
 void SheetLifetimeTest::execInsideExec()
 {
-    const std::unique_ptr<QWidget> window(newWindow());
-    KovaMessageSheet *sheet = newSheet(window.get());
-    int inner = -1;
-    soon([&] {
-        soon([&] { sheet->done(77); });
-        inner = sheet->exec();
-    });
-    QCOMPARE(sheet->exec(), 77);
-    QCOMPARE(inner, 77);
-}
-
-void SheetLifetimeTest::deathInsideExecInsideExec()
-{
-    QWidget *window = newWindow();
-    KovaMessageSheet *sheet = newSheet(window);
-    int inner = -1;
-    soon([&] {
-        soon([&] { delete window; });
-        inner = sheet->exec();
-    });
-    QCOMPARE(sheet->exec(), 0);
-    QCOMPARE(inner, 0);
+    for (const bool windowDies : {false, true}) {
+        const QPointer<QWidget> window = newWindow();
+        KovaMessageSheet *sheet = newSheet(window);
+        int inner = -1;
+        soon([&] {
+            soon([&] {
+                if (windowDies)
+                    delete window;
+                else
+                    sheet->done(77);
+            });
+            inner = sheet->exec();
+        });
+        QCOMPARE(sheet->exec(), windowDies ? 0 : 77);
+        QCOMPARE(inner, windowDies ? 0 : 77);
+        delete window;
+    }
 }
 
 void SheetLifetimeTest::quitEndsTheLoop()
@@ -217,22 +186,13 @@ void SheetLifetimeTest::quitEndsTheLoop()
     QCOMPARE(finished, QList<QList<QVariant>>{{0}});
 }
 
-void SheetLifetimeTest::windowDiesAroundAShownSheet()
-{
-    QWidget *window = newWindow();
-    const QPointer<KovaMessageSheet> sheet = newSheet(window);
-    sheet->showSheetWithBlock();
-    delete window;
-    QVERIFY(!sheet);
-}
-
 void SheetLifetimeTest::animatedSheetsEnd()
 {
     const std::unique_ptr<QWidget> window(newWindow());
-    const QString movie = themeFolder() + QLatin1String("/images/processing.gif");
+    const QString movie = themeFolder() + "/images/processing.gif";
     QVERIFY(QFileInfo(movie).isFile());
-    for (int i = 0; i < 3; ++i) {
-        KovaMessageSheet sheet(QStringLiteral("Copying…"), movie, window.get());
+    for (const QString &file : {movie, movie, QString("/no/such/movie.gif")}) {
+        KovaMessageSheet sheet("Copying…", file, window.get());
         KovaMask::createMask(&sheet, window.get(), QColor(0, 0, 0, 20));
         QTimer::singleShot(50, &sheet, &KovaMessageSheet::quit);
         QCOMPARE(sheet.exec(), 0);

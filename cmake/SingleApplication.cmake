@@ -8,13 +8,18 @@ set(single_application_rules ${CMAKE_CURRENT_LIST_DIR}/single-application)
 set(single_application_script ${PROJECT_SOURCE_DIR}/scripts/fetch-single-application)
 set(single_application_headers qtsingleapplication.h qtlocalpeer.h qtlockedfile.h)
 
-function(kova_add_packaged_single_application target include_dir)
+# Lets the headers of the packaged copy be found under the names that the library gives them.
+function(kova_add_packaged_single_application target)
     foreach(header IN LISTS single_application_headers)
-        file(WRITE ${generated_include_dir}/kovakit-qt/single-application/${header}
-            "#pragma once\n\n#include <${header}>\n")
+        file(CONFIGURE OUTPUT ${generated_include_dir}/kovakit-qt/single-application/${header}
+            CONTENT "#pragma once\n\n#include <${header}>\n")
     endforeach()
-    target_include_directories(${target} PUBLIC ${KOVAKIT_SINGLE_APPLICATION_INCLUDE})
+    target_include_directories(${target} SYSTEM PUBLIC ${KOVAKIT_SINGLE_APPLICATION_INCLUDE})
     target_link_libraries(${target} PUBLIC ${KOVAKIT_SINGLE_APPLICATION_LIBRARY})
+    # Some distributions package the lock file apart.
+    if(KOVAKIT_LOCKED_FILE_LIBRARY)
+        target_link_libraries(${target} PUBLIC ${KOVAKIT_LOCKED_FILE_LIBRARY})
+    endif()
 endfunction()
 
 # Makes sure that the folder holds the published files, unchanged.
@@ -75,17 +80,23 @@ function(kova_compile_single_application target)
     target_sources(${target} PRIVATE $<TARGET_OBJECTS:kovakit-single-application>)
 endfunction()
 
-# Adds the component to the library TARGET.
+# Adds the component to the library TARGET. Only if it is compiled there is a target
+# kovakit-single-application.
 function(kova_add_single_application target)
     find_path(KOVAKIT_SINGLE_APPLICATION_INCLUDE qtsingleapplication.h
         HINTS ${Qt5Widgets_INCLUDE_DIRS} PATH_SUFFIXES QtSolutions)
-    find_library(KOVAKIT_SINGLE_APPLICATION_LIBRARY
-        NAMES Qt5Solutions_SingleApplication-2.6 QtSolutions_SingleApplication-2.6)
+    # Without the 5 in its name it is one for Qt 4.
+    find_library(KOVAKIT_SINGLE_APPLICATION_LIBRARY Qt5Solutions_SingleApplication-2.6)
+    find_library(KOVAKIT_LOCKED_FILE_LIBRARY Qt5Solutions_LockedFile-2.4)
+    mark_as_advanced(KOVAKIT_SINGLE_APPLICATION_INCLUDE KOVAKIT_SINGLE_APPLICATION_LIBRARY
+        KOVAKIT_LOCKED_FILE_LIBRARY)
     if(EXISTS "${KOVAKIT_SINGLE_APPLICATION_INCLUDE}/qtlocalpeer.h"
             AND EXISTS "${KOVAKIT_SINGLE_APPLICATION_INCLUDE}/qtlockedfile.h"
-            AND KOVAKIT_SINGLE_APPLICATION_LIBRARY)
-        kova_add_packaged_single_application(${target} ${KOVAKIT_SINGLE_APPLICATION_INCLUDE})
+            AND EXISTS "${KOVAKIT_SINGLE_APPLICATION_LIBRARY}")
+        message(STATUS "Single-instance component: ${KOVAKIT_SINGLE_APPLICATION_LIBRARY}")
+        kova_add_packaged_single_application(${target})
     else()
+        message(STATUS "Single-instance component: compiled from its published sources")
         kova_compile_single_application(${target})
     endif()
 endfunction()

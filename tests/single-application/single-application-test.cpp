@@ -145,6 +145,9 @@ void SingleApplicationTest::leavesOddPeersAlone_data()
 
 void SingleApplicationTest::leavesOddPeersAlone()
 {
+#ifndef SINGLE_APPLICATION_IS_PATCHED
+    QSKIP("A packaged copy is as published: such a peer keeps it busy");
+#endif
     QFETCH(QByteArray, sent);
     QFETCH(bool, stays);
     QLocalSocket peer;

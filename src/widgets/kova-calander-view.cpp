@@ -148,9 +148,6 @@ void KovaCalanderView::handleWeekdayHeader()
     m_weekdayHeader = new QTableWidget(0, 7);
     m_weekdayHeader->setFocusPolicy(Qt::NoFocus);
     m_weekdayHeader->setObjectName(QStringLiteral("qt_calendar_weekdayview"));
-    m_weekdayHeader->horizontalHeader()->setStyleSheet(
-        getStyleSheet("component.table_header", false));
-    m_weekdayHeader->setStyleSheet(getStyleSheet("component.table", false));
     m_weekdayHeader->setFixedHeight(kovaPx(30));
     m_weekdayHeader->verticalHeader()->hide();
     m_weekdayHeader->horizontalHeader()->hide();
@@ -182,6 +179,10 @@ void KovaCalanderView::handleWeekdayHeader()
         }
     }
     m_calendar->insertRow(m_weekdayHeader);
+    // A sheet that is set before the parent is known is read once more afterwards.
+    m_weekdayHeader->horizontalHeader()->setStyleSheet(
+        getStyleSheet("component.table_header", false));
+    m_weekdayHeader->setStyleSheet(getStyleSheet("component.table", false));
 }
 
 void KovaCalanderView::handleTabOrder()
@@ -333,9 +334,13 @@ bool KovaCalanderView::event(QEvent *event)
     case QEvent::MouseButtonDblClick:
         return true;
     case QEvent::Polish:
+        fitMonthButton();
+        break;
     case QEvent::FontChange:
     case QEvent::StyleChange:
-        fitMonthButton();
+        // Before that it would be measured, and polished, for nothing.
+        if (testAttribute(Qt::WA_WState_Polished))
+            fitMonthButton();
         break;
     default:
         break;

@@ -1,4 +1,4 @@
-#include "bench.h"
+#include "many-widgets.h"
 
 #include <kovakit-qt/image-manager/image-manager.h>
 #include <kovakit-qt/style/style-manager.h>
@@ -6,52 +6,11 @@
 #include <kovakit-qt/widgets/kova-check-box.h>
 #include <kovakit-qt/widgets/kova-icon-button.h>
 
-#include <QGridLayout>
-#include <QWidget>
-
-#include <memory>
-
 namespace {
-
-constexpr int widgetCount = 200;
-constexpr int columns = 10;
-
-using Make = std::function<QWidget *(int)>;
 
 QString caption(int index)
 {
     return QStringLiteral("Button %1").arg(index);
-}
-
-// A window full of the widgets that @p make makes, which the window's layout takes over.
-std::unique_ptr<QWidget> fullWindow(const Make &make)
-{
-    auto window = std::make_unique<QWidget>();
-    auto *grid = new QGridLayout(window.get());
-    grid->setContentsMargins(0, 0, 0, 0);
-    grid->setSpacing(0);
-    for (int i = 0; i < widgetCount; ++i)
-        grid->addWidget(make(i), i / columns, i % columns);
-    showAndWaitForPaint(window.get());
-    return window;
-}
-
-Bench::Side buildAndShowTime(const Make &make)
-{
-    return [make] {
-        const Stopwatch watch;
-        const auto window = fullWindow(make);
-        return watch.milliseconds();
-    };
-}
-
-Bench::Side bytesPerWidget(const Make &make)
-{
-    return [make] {
-        const double before = heapBytes();
-        const auto window = fullWindow(make);
-        return (heapBytes() - before) / widgetCount;
-    };
 }
 
 QWidget *kovaButton(int index)
@@ -123,8 +82,8 @@ QWidget *plainCheckBox(int index)
 
 void buttons(Bench &bench)
 {
-    const auto both = [&bench](const BenchRow &time, const BenchRow &memory, const Make &ours,
-                               const Make &plain) {
+    const auto both = [&bench](const BenchRow &time, const BenchRow &memory, const MakeWidget &ours,
+                               const MakeWidget &plain) {
         bench.compare(time, buildAndShowTime(ours), buildAndShowTime(plain));
         bench.compare(memory, bytesPerWidget(ours), bytesPerWidget(plain));
     };

@@ -13,15 +13,16 @@ KovaFilterBar::KovaFilterBar(QWidget *parent)
 {
     setAttribute(Qt::WA_MacShowFocusRect, false);
 
-    m_searchButton->setFocusPolicy(Qt::NoFocus);
-    m_searchButton->setParent(this);
+    // In this order each style text is read once.
+    setStyleSheet(getStyleSheet("component.lineedit", false)
+                  + getStyleSheet("component.filter_bar_padding", false));
     m_searchButton->setStyleSheet(getStyleSheet("component.filter_search_button", false));
+    m_searchButton->setParent(this);
+    m_searchButton->setFocusPolicy(Qt::NoFocus);
     m_searchButton->move(kovaPx(4), kovaPx(2));
     m_searchButton->setCursor(Qt::ArrowCursor);
     m_searchButton->setFixedSize(kovaPx(34), kovaPx(24));
 
-    setStyleSheet(getStyleSheet("component.lineedit", false)
-                  + getStyleSheet("component.filter_bar_padding", false));
     setFixedHeight(kovaPx(28));
     connect(this, &QLineEdit::returnPressed, this, &KovaFilterBar::slotKeywordChange);
 }

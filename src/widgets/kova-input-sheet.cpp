@@ -1,6 +1,7 @@
 #include "kova-input-sheet.h"
 
 #include "message-label.h"
+#include "named-accessible_p.h"
 #include "sheet-buttons_p.h"
 #include "sheet-modality_p.h"
 
@@ -11,7 +12,6 @@
 #include <QDialogButtonBox>
 #include <QLineEdit>
 #include <QPushButton>
-#include <QTextDocumentFragment>
 #include <QVBoxLayout>
 
 class KovaInputSheetPrivate : public QObject
@@ -61,7 +61,7 @@ void KovaInputSheetPrivate::setText(const QString &text)
     textLabel->setWordWrap(true);
     textLabel->setAlignment(Qt::AlignTop);
     textLabel->setSizePolicy(QSizePolicy::Minimum, QSizePolicy::Maximum);
-    lineEdit->setAccessibleName(QTextDocumentFragment::fromHtml(text).toPlainText());
+    lineEdit->setAccessibleName(withoutMarkup(text));
     setupLayout();
 }
 

@@ -1,32 +1,21 @@
 #include "link-label.h"
 
-#include <QAccessibleWidget>
+#include "named-accessible_p.h"
+
 #include <QGuiApplication>
 #include <QKeyEvent>
 #include <QPointer>
 #include <QStyleOptionFocusRect>
 #include <QStylePainter>
-#include <QTextDocument>
-#include <QTextDocumentFragment>
 
 namespace {
 
-class LinkAccessible : public QAccessibleWidget
+class LinkAccessible : public NamedAccessible
 {
 public:
     explicit LinkAccessible(LinkLabel *label)
-        : QAccessibleWidget(label, QAccessible::Link)
+        : NamedAccessible(label, QAccessible::Link)
     {
-    }
-
-    QString text(QAccessible::Text kind) const override
-    {
-        const QString own = QAccessibleWidget::text(kind);
-        if (kind != QAccessible::Name || !own.isEmpty())
-            return own;
-        const QString shown = label()->text();
-        return Qt::mightBeRichText(shown) ? QTextDocumentFragment::fromHtml(shown).toPlainText()
-                                          : shown;
     }
 
     QAccessible::State state() const override
@@ -52,32 +41,19 @@ public:
             Q_EMIT label()->clicked();
     }
 
+protected:
+    QString shownName() const override { return withoutMarkup(label()->text()); }
+
 private:
     LinkLabel *label() const { return static_cast<LinkLabel *>(widget()); }
 };
-
-QAccessibleInterface *createInterface(const QString &className, QObject *object)
-{
-    if (className != QLatin1String(LinkLabel::staticMetaObject.className()))
-        return nullptr;
-    auto *label = qobject_cast<LinkLabel *>(object);
-    return label ? new LinkAccessible(label) : nullptr;
-}
-
-void installAccessibility()
-{
-    [[maybe_unused]] static const bool installed = [] {
-        QAccessible::installFactory(createInterface);
-        return true;
-    }();
-}
 
 } // namespace
 
 LinkLabel::LinkLabel(const QString &text, QLabel *parent)
     : QLabel(parent)
 {
-    installAccessibility();
+    QAccessible::installFactory(createAccessible<LinkLabel, LinkAccessible>);
     // Given to the base, the text would make Qt settle on the interface of a plain label.
     setText(text);
     setFocusPolicy(Qt::StrongFocus);

@@ -32,10 +32,7 @@ QAccessibleInterface *createInterface(const QString &className, QObject *object)
 
 void installPathAccessibility(KovaButtonPath *path)
 {
-    [[maybe_unused]] static const bool installed = [] {
-        QAccessible::installFactory(createInterface);
-        return true;
-    }();
+    QAccessible::installFactory(createInterface);
     // With a screen reader running, the table has been asked for its interface by now, and Qt has
     // settled on that of a plain table.
     if (!QAccessible::isActive())

@@ -2,45 +2,29 @@
 
 #include "kova-sheet.h"
 #include "message-label.h"
-
-#include <QAccessible>
-#include <QAccessibleWidget>
-#include <QTextDocumentFragment>
+#include "named-accessible_p.h"
 
 namespace {
 
-class SheetAccessible : public QAccessibleWidget
+class SheetAccessible : public NamedAccessible
 {
 public:
     explicit SheetAccessible(KovaSheet *sheet)
-        : QAccessibleWidget(sheet, QAccessible::Dialog)
+        : NamedAccessible(sheet, QAccessible::Dialog)
     {
     }
 
-    QString text(QAccessible::Text kind) const override
+protected:
+    QString shownName() const override
     {
-        const QString own = QAccessibleWidget::text(kind);
-        if (kind != QAccessible::Name || !own.isEmpty())
-            return own;
         const auto *label = widget()->findChild<MessageLabel *>();
-        return label ? QTextDocumentFragment::fromHtml(label->text()).toPlainText() : own;
+        return label ? withoutMarkup(label->text()) : QString();
     }
 };
-
-QAccessibleInterface *createInterface(const QString &className, QObject *object)
-{
-    if (className != QLatin1String(KovaSheet::staticMetaObject.className()))
-        return nullptr;
-    auto *sheet = qobject_cast<KovaSheet *>(object);
-    return sheet ? new SheetAccessible(sheet) : nullptr;
-}
 
 } // namespace
 
 void installSheetAccessibility()
 {
-    [[maybe_unused]] static const bool installed = [] {
-        QAccessible::installFactory(createInterface);
-        return true;
-    }();
+    QAccessible::installFactory(createAccessible<KovaSheet, SheetAccessible>);
 }

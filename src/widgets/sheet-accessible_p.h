@@ -1,5 +1,4 @@
 #pragma once
 
-// Makes every KovaSheet report itself to assistive technology as a dialog. Only the first call
-// does anything.
+// Makes every KovaSheet report itself to assistive technology as a dialog. May be called often.
 void installSheetAccessibility();

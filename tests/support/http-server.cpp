@@ -29,9 +29,9 @@ void HttpServer::answer(const QString &path, const QByteArray &body)
     });
 }
 
-void HttpServer::handle(const QString &path, Handler handler)
+void HttpServer::handle(const QString &path, const Handler &handler)
 {
-    m_handlers.insert(path, std::move(handler));
+    m_handlers.insert(path, handler);
 }
 
 void HttpServer::hold()
@@ -55,7 +55,7 @@ void HttpServer::accept()
 
 void HttpServer::read(QTcpSocket *socket)
 {
-    const QByteArray head = socket->peek(64 * 1024);
+    const QByteArray head = socket->peek(65536);
     const bool isTls = head.startsWith('\x16');
     if (isTls)
         socket->disconnectFromHost();

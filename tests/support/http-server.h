@@ -27,7 +27,7 @@ public:
     QString base() const;
 
     void answer(const QString &path, const QByteArray &body);
-    void handle(const QString &path, Handler handler);
+    void handle(const QString &path, const Handler &handler);
 
     // Holds answers back until release(), so that a test sees what runs at the same time.
     void hold();

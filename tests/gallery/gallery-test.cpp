@@ -59,10 +59,10 @@ QImage pageOf(const QImage &window)
 void GalleryTest::initTestCase()
 {
     QVERIFY(m_scratch.isValid());
-    QDir(m_scratch.path()).mkdir(QStringLiteral("runtime"));
-    const QString runtime = m_scratch.filePath(QStringLiteral("runtime"));
+    QDir(m_scratch.path()).mkdir("runtime");
+    const QString runtime = m_scratch.filePath("runtime");
     QFile::setPermissions(runtime, QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner);
-    m_environment.insert(QStringLiteral("XDG_RUNTIME_DIR"), runtime);
+    m_environment.insert("XDG_RUNTIME_DIR", runtime);
 }
 
 GalleryTest::Outcome GalleryTest::run(const QStringList &arguments,
@@ -78,7 +78,7 @@ GalleryTest::Outcome GalleryTest::run(const QStringList &arguments,
     QStringList errors;
     for (const QString &line :
          QString::fromLocal8Bit(process.readAllStandardError()).split(QLatin1Char('\n'))) {
-        if (!line.isEmpty() && !line.startsWith(QLatin1String("This plugin does not support")))
+        if (!line.isEmpty() && !line.startsWith("This plugin does not support"))
             errors.append(line);
     }
     return {process.exitCode(), QString::fromLocal8Bit(process.readAllStandardOutput()),
@@ -89,39 +89,35 @@ void GalleryTest::takesAPictureOfEverything_data()
 {
     QTest::addColumn<QString>("scale");
     QTest::addColumn<QSize>("size");
-    QTest::newRow("1") << QStringLiteral("1") << QSize(960, 680);
-    QTest::newRow("1.5") << QStringLiteral("1.5") << QSize(1440, 1020);
+    QTest::newRow("1") << "1" << QSize(960, 680);
+    QTest::newRow("1.5") << "1.5" << QSize(1440, 1020);
 }
 
 void GalleryTest::takesAPictureOfEverything()
 {
     QFETCH(QString, scale);
     QFETCH(QSize, size);
-    const QDir folder(m_scratch.filePath(QLatin1String("new/pictures-") + scale));
+    const QDir folder(m_scratch.filePath("new/pictures-" + scale));
 
     // What the desktop has chosen must not get in the way of what was asked for.
     QProcessEnvironment environment = m_environment;
-    environment.insert(QStringLiteral("QT_SCALE_FACTOR"), QStringLiteral("2"));
-    environment.insert(QStringLiteral("QT_FONT_DPI"), QStringLiteral("120"));
-    const Outcome outcome =
-        run({QStringLiteral("--scale"), scale, QStringLiteral("--screenshots"), folder.path()},
-            environment);
+    environment.insert("QT_SCALE_FACTOR", "2");
+    environment.insert("QT_FONT_DPI", "120");
+    const Outcome outcome = run({"--scale", scale, "--screenshots", folder.path()}, environment);
     QCOMPARE(outcome.errors, QString());
     QCOMPARE(outcome.exitCode, 0);
 
-    QStringList expected = {
-        QStringLiteral("buttons.png"),       QStringLiteral("checks.png"),
-        QStringLiteral("icon-buttons.png"),  QStringLiteral("icon-buttons-menu.png"),
-        QStringLiteral("message-boxes.png"), QStringLiteral("sheets.png")};
+    QStringList expected = {"buttons.png",           "checks.png",        "icon-buttons.png",
+                            "icon-buttons-menu.png", "message-boxes.png", "sheets.png"};
     for (const char *sheet :
          {"animation", "closeable", "custom-buttons", "information", "informative", "long-text",
           "processing", "question", "upgrade", "warning", "warning-question"})
-        expected.append(QStringLiteral("sheets-%1.png").arg(QLatin1String(sheet)));
+        expected.append(QString("sheets-%1.png").arg(QLatin1String(sheet)));
     for (const char *function :
          {"confirm", "custom-confirm", "info", "informative-warning", "upgrading", "warning"}) {
-        const QString name = QStringLiteral("message-boxes-%1").arg(QLatin1String(function));
-        expected.append(name + QLatin1String(".png"));
-        expected.append(name + QLatin1String("-alone.png"));
+        const QString name = QString("message-boxes-%1").arg(QLatin1String(function));
+        expected.append(name + ".png");
+        expected.append(name + "-alone.png");
     }
     const QStringList found = folder.entryList(QDir::Files);
     for (const QString &name : qAsConst(expected))
@@ -131,54 +127,47 @@ void GalleryTest::takesAPictureOfEverything()
     for (const QString &name : found) {
         const QImage image(folder.filePath(name));
         QVERIFY2(image.size() == size, qPrintable(name));
-        QVERIFY2(coloursOf(pageOf(image)).size() > 30,
-                 qPrintable(name + QLatin1String(" is blank")));
+        QVERIFY2(coloursOf(pageOf(image)).size() > 30, qPrintable(name + " is blank"));
         // Whatever should have opened would be missing in a picture that equals another one.
         const QByteArray bits(reinterpret_cast<const char *>(image.constBits()),
                               int(image.sizeInBytes()));
         const QByteArray key = QCryptographicHash::hash(bits, QCryptographicHash::Sha1);
-        QVERIFY2(!seen.contains(key),
-                 qPrintable(name + QLatin1String(" equals ") + seen.value(key)));
+        QVERIFY2(!seen.contains(key), qPrintable(name + " equals " + seen.value(key)));
         seen.insert(key, name);
     }
 }
 
 void GalleryTest::takesPicturesOfOnePage()
 {
-    const QDir folder(m_scratch.filePath(QStringLiteral("one-page")));
-    const Outcome outcome = run({QStringLiteral("--page"), QStringLiteral("icon-buttons"),
-                                 QStringLiteral("--screenshots"), folder.path()});
+    const QDir folder(m_scratch.filePath("one-page"));
+    const Outcome outcome = run({"--page", "icon-buttons", "--screenshots", folder.path()});
     QCOMPARE(outcome.exitCode, 0);
     QVERIFY(outcome.output.contains(folder.path()));
-    QCOMPARE(folder.entryList(QDir::Files), QStringList({QStringLiteral("icon-buttons-menu.png"),
-                                                         QStringLiteral("icon-buttons.png")}));
+    QCOMPARE(folder.entryList(QDir::Files),
+             QStringList({"icon-buttons-menu.png", "icon-buttons.png"}));
 }
 
 QImage GalleryTest::picture(const QString &language, const QString &folder)
 {
     const QString path = m_scratch.filePath(folder);
-    const Outcome outcome = run({QStringLiteral("--lang"), language, QStringLiteral("--page"),
-                                 QStringLiteral("buttons"), QStringLiteral("--screenshots"), path});
-    return outcome.exitCode == 0 ? pageOf(QImage(path + QLatin1String("/buttons.png"))) : QImage();
+    const Outcome outcome = run({"--lang", language, "--page", "buttons", "--screenshots", path});
+    return outcome.exitCode == 0 ? pageOf(QImage(path + "/buttons.png")) : QImage();
 }
 
 void GalleryTest::speaksTheLanguage()
 {
-    const QImage english = picture(QStringLiteral("enu"), QStringLiteral("english"));
-    const QImage german = picture(QStringLiteral("deu"), QStringLiteral("german"));
-    const QImage nonsense = picture(QStringLiteral("../deu"), QStringLiteral("nonsense"));
+    const QImage english = picture("enu", "english");
+    const QImage german = picture("deu", "german");
+    const QImage nonsense = picture("../deu", "nonsense");
     QVERIFY(!english.isNull());
     QVERIFY(!german.isNull());
     QVERIFY(german != english);
     QCOMPARE(nonsense, english);
 
     const Outcome outcome =
-        run({QStringLiteral("--lang"), QStringLiteral("xyz"), QStringLiteral("--page"),
-             QStringLiteral("buttons"), QStringLiteral("--screenshots"),
-             m_scratch.filePath(QStringLiteral("unknown"))});
+        run({"--lang", "xyz", "--page", "buttons", "--screenshots", m_scratch.filePath("unknown")});
     QCOMPARE(outcome.exitCode, 0);
-    QVERIFY2(outcome.errors.contains(QLatin1String("\"xyz\""))
-                 && outcome.errors.contains(QLatin1String("English")),
+    QVERIFY2(outcome.errors.contains("\"xyz\"") && outcome.errors.contains("English"),
              qPrintable(outcome.errors));
 }
 
@@ -189,18 +178,17 @@ void GalleryTest::refusesWhatItDoesNotUnderstand_data()
     const auto add = [](const char *name, const QStringList &arguments, const char *named) {
         QTest::newRow(name) << arguments << QString::fromLatin1(named);
     };
-    add("unknown option", {QStringLiteral("--loud")}, "loud");
-    add("stray argument", {QStringLiteral("buttons")}, "buttons");
-    add("scale missing", {QStringLiteral("--scale")}, "--scale");
-    add("scale not a number", {QStringLiteral("--scale"), QStringLiteral("big")}, "\"big\"");
-    add("scale of nothing", {QStringLiteral("--scale"), QStringLiteral("0")}, "\"0\"");
-    add("scale not finite", {QStringLiteral("--scale"), QStringLiteral("nan")}, "\"nan\"");
-    add("scale too large", {QStringLiteral("--scale"), QStringLiteral("40")}, "\"40\"");
-    add("unknown page", {QStringLiteral("--page"), QStringLiteral("nowhere")}, "\"nowhere\"");
-    add("no folder for pictures", {QStringLiteral("--screenshots"), QString()}, "--screenshots");
-    add("theme that is not there", {QStringLiteral("--theme"), QStringLiteral("/no/such/folder")},
-        "/no/such/folder");
-    add("theme that is none", {QStringLiteral("--theme"), QDir::rootPath()}, "images.json");
+    add("unknown option", {"--loud"}, "loud");
+    add("stray argument", {"buttons"}, "buttons");
+    add("scale missing", {"--scale"}, "--scale");
+    add("scale not a number", {"--scale", "big"}, "\"big\"");
+    add("scale of nothing", {"--scale", "0"}, "\"0\"");
+    add("scale not finite", {"--scale", "nan"}, "\"nan\"");
+    add("scale too large", {"--scale", "40"}, "\"40\"");
+    add("unknown page", {"--page", "nowhere"}, "\"nowhere\"");
+    add("no folder for pictures", {"--screenshots", QString()}, "--screenshots");
+    add("theme that is not there", {"--theme", "/no/such/folder"}, "/no/such/folder");
+    add("theme that is none", {"--theme", QDir::rootPath()}, "images.json");
 }
 
 void GalleryTest::refusesWhatItDoesNotUnderstand()
@@ -209,18 +197,17 @@ void GalleryTest::refusesWhatItDoesNotUnderstand()
     QFETCH(QString, named);
     const Outcome outcome = run(arguments);
     QCOMPARE(outcome.exitCode, 2);
-    QVERIFY2(outcome.errors.startsWith(QLatin1String("kovakit-gallery: ")),
-             qPrintable(outcome.errors));
+    QVERIFY2(outcome.errors.startsWith("kovakit-gallery: "), qPrintable(outcome.errors));
     QVERIFY2(outcome.errors.contains(named), qPrintable(outcome.errors));
     QCOMPARE(outcome.output, QString());
 }
 
 void GalleryTest::saysWhatItCannotDo()
 {
-    QFile file(m_scratch.filePath(QStringLiteral("file")));
+    QFile file(m_scratch.filePath("file"));
     QVERIFY(file.open(QIODevice::WriteOnly));
-    const QString impossible = file.fileName() + QLatin1String("/pictures");
-    const Outcome unwritable = run({QStringLiteral("--screenshots"), impossible});
+    const QString impossible = file.fileName() + "/pictures";
+    const Outcome unwritable = run({"--screenshots", impossible});
     QCOMPARE(unwritable.exitCode, 1);
     QVERIFY2(unwritable.errors.contains(impossible), qPrintable(unwritable.errors));
 
@@ -229,12 +216,12 @@ void GalleryTest::saysWhatItCannotDo()
         bare.remove(QString::fromLatin1(name));
     const Outcome blind = run({}, bare);
     QCOMPARE(blind.exitCode, 1);
-    QVERIFY2(blind.errors.contains(QLatin1String("display")), qPrintable(blind.errors));
+    QVERIFY2(blind.errors.contains("display"), qPrintable(blind.errors));
 }
 
 void GalleryTest::explainsItself()
 {
-    const Outcome outcome = run({QStringLiteral("--help")});
+    const Outcome outcome = run({"--help"});
     QCOMPARE(outcome.exitCode, 0);
     QCOMPARE(outcome.errors, QString());
     for (const char *word :

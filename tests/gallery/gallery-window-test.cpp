@@ -47,14 +47,14 @@ void GalleryWindowTest::initTestCase()
     HostSettings settings;
     settings.themeFolder = themeFolder();
     settings.userDataFolder = scratchFolder();
-    settings.language = QStringLiteral("enu");
-    settings.styleFiles = QStringList{QStringLiteral(":/gallery/gallery.qss")};
+    settings.language = "enu";
+    settings.styleFiles = QStringList{":/gallery/gallery.qss"};
     QCOMPARE(startUpHost(settings), QString());
 }
 
 void GalleryWindowTest::init()
 {
-    m_window = std::make_unique<GalleryWindow>(QStringLiteral("enu"));
+    m_window = std::make_unique<GalleryWindow>("enu");
     m_window->resize(GalleryWindow::designSize());
     m_window->show();
     m_window->activateWindow();
@@ -77,7 +77,7 @@ void GalleryWindowTest::focusButton(const QString &text)
             return;
         press(Qt::Key_Tab);
     }
-    QFAIL(qPrintable(text + QLatin1String(" cannot be reached with Tab")));
+    QFAIL(qPrintable(text + " cannot be reached with Tab"));
 }
 
 KovaMessageSheet *GalleryWindowTest::visibleSheet() const
@@ -129,10 +129,10 @@ void GalleryWindowTest::questionTellsItsAnswer_data()
     QTest::addColumn<Qt::Key>("key");
     QTest::addColumn<QString>("number");
     QTest::addColumn<QString>("words");
-    QTest::newRow("Escape") << Qt::Key_Escape << QStringLiteral("8388608")
-                            << QStringLiteral("second button");
-    QTest::newRow("Return") << Qt::Key_Return << QStringLiteral("1024")
-                            << QStringLiteral("accept button");
+    QTest::newRow("Escape") << Qt::Key_Escape << "8388608"
+                            << "second button";
+    QTest::newRow("Return") << Qt::Key_Return << "1024"
+                            << "accept button";
 }
 
 void GalleryWindowTest::questionTellsItsAnswer()
@@ -143,10 +143,10 @@ void GalleryWindowTest::questionTellsItsAnswer()
 
     auto *list = m_window->findChild<QListWidget *>();
     QCOMPARE(m_window->focusWidget(), list);
-    while (list->currentItem()->text() != QLatin1String("Message sheets")
+    while (list->currentItem()->text() != "Message sheets"
            && list->currentRow() + 1 < list->count())
         press(Qt::Key_Down);
-    focusButton(QStringLiteral("Question"));
+    focusButton("Question");
     QWidget *button = m_window->focusWidget();
     QVERIFY(button);
 
@@ -170,30 +170,28 @@ void GalleryWindowTest::questionTellsItsAnswer()
 void GalleryWindowTest::jobsEndByThemselves_data()
 {
     QTest::addColumn<QString>("button");
-    QTest::newRow("processing") << QStringLiteral("Processing");
-    QTest::newRow("animation") << QStringLiteral("Animation");
+    QTest::newRow("processing") << "Processing";
+    QTest::newRow("animation") << "Animation";
 }
 
 void GalleryWindowTest::jobsEndByThemselves()
 {
     QFETCH(QString, button);
-    m_window->showPageNamed(QStringLiteral("sheets"));
+    m_window->showPageNamed("sheets");
     focusButton(button);
     const QString before = m_window->reportText();
     press(Qt::Key_Space);
     QVERIFY(!visibleSheet());
     QVERIFY(m_window->reportText() != before);
-    QVERIFY2(m_window->reportText().contains(QLatin1String(" 0:")),
-             qPrintable(m_window->reportText()));
+    QVERIFY2(m_window->reportText().contains(" 0:"), qPrintable(m_window->reportText()));
 }
 
 void GalleryWindowTest::boxOfItsOwnTellsItsAnswer()
 {
-    m_window->showPageNamed(QStringLiteral("message-boxes"));
+    m_window->showPageNamed("message-boxes");
     QAbstractButton *confirm = nullptr;
     for (auto *button : m_window->findChildren<QAbstractButton *>()) {
-        if (button->text() == QLatin1String("On its own")
-            && button->accessibleDescription() == QLatin1String("showConfirmMsg"))
+        if (button->text() == "On its own" && button->accessibleDescription() == "showConfirmMsg")
             confirm = button;
     }
     QVERIFY(confirm);
@@ -205,8 +203,7 @@ void GalleryWindowTest::boxOfItsOwnTellsItsAnswer()
     });
     QTest::mouseClick(m_window->windowHandle(), Qt::LeftButton, Qt::NoModifier,
                       confirm->mapTo(m_window.get(), confirm->rect().center()));
-    QVERIFY2(m_window->reportText().contains(QLatin1String("4194304")),
-             qPrintable(m_window->reportText()));
+    QVERIFY2(m_window->reportText().contains("4194304"), qPrintable(m_window->reportText()));
 }
 
 QTEST_MAIN(GalleryWindowTest)

@@ -48,13 +48,13 @@ QByteArray hugePng(quint32 side)
 
 void writeImage(const QString &name, const QByteArray &content)
 {
-    writeScratchFile(QStringLiteral("images/%1.png").arg(name), content);
+    writeScratchFile(QString("images/%1.png").arg(name), content);
 }
 
 void initialize(const QByteArray &description,
                 ImageManager::InitializeType type = ImageManager::LazyLoad)
 {
-    writeScratchFile(QStringLiteral("images.json"), description);
+    writeScratchFile("images.json", description);
     ImageManager::getInstance()->initialize(type);
 }
 
@@ -97,9 +97,8 @@ private Q_SLOTS:
 
 void ImageManagerTest::initTestCase()
 {
-    UIPathManager::getInstance()->setPath(QStringLiteral("resource_path"), scratchFolder());
-    UIPathManager::getInstance()->setPath(QStringLiteral("user_data_path"),
-                                          scratchFolder() + QLatin1String("/deep/user"));
+    UIPathManager::getInstance()->setPath("resource_path", scratchFolder());
+    UIPathManager::getInstance()->setPath("user_data_path", scratchFolder() + "/deep/user");
     if (qEnvironmentVariableIsSet("KOVAKIT_TEST_ABORT")) {
         // The part of the child process of the first test.
         static_cast<void>(ImageManager::getInstance()->getImageFolder());
@@ -110,7 +109,7 @@ void ImageManagerTest::endsTheProcessBeforeInitialize()
 {
     QProcess child;
     QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
-    environment.insert(QStringLiteral("KOVAKIT_TEST_ABORT"), QStringLiteral("1"));
+    environment.insert("KOVAKIT_TEST_ABORT", "1");
     child.setProcessEnvironment(environment);
     child.start(QCoreApplication::applicationFilePath(), QStringList());
     QVERIFY(child.waitForFinished());
@@ -122,9 +121,9 @@ void ImageManagerTest::endsTheProcessBeforeInitialize()
 void ImageManagerTest::scalesForTheDisplay()
 {
     const double ratio = DPIinfo::getInstance()->getDPR();
-    writeImage(QStringLiteral("square"), png({64, 64}));
-    writeImage(QStringLiteral("odd"), png({50, 50}));
-    writeImage(QStringLiteral("wide"), png({128, 32}));
+    writeImage("square", png({64, 64}));
+    writeImage("odd", png({50, 50}));
+    writeImage("wide", png({128, 32}));
     for (const auto type : {ImageManager::LazyLoad, ImageManager::PrepareAll}) {
         initialize(R"({"images": ["square", "odd", "wide"], "other": 1})", type);
         const QPixmap square = image("square");
@@ -139,8 +138,8 @@ void ImageManagerTest::scalesForTheDisplay()
 
 void ImageManagerTest::fallsBackToTheDefaultState()
 {
-    writeImage(QStringLiteral("icon"), png({64, 64}, Qt::red));
-    writeImage(QStringLiteral("icon_click"), png({64, 64}, Qt::blue));
+    writeImage("icon", png({64, 64}, Qt::red));
+    writeImage("icon_click", png({64, 64}, Qt::blue));
     initialize(R"({"images": ["icon"]})");
     WarningCatcher warnings;
     QCOMPARE(image("icon", ImageManager::Click).toImage().pixelColor(2, 2), QColor(Qt::blue));
@@ -148,8 +147,7 @@ void ImageManagerTest::fallsBackToTheDefaultState()
     for (int time = 0; time < 2; ++time) {
         QCOMPARE(image("icon", ImageManager::Hover).toImage().pixelColor(2, 2), QColor(Qt::red));
         QCOMPARE(warnings.take(),
-                 QStringList{
-                     QStringLiteral("Cannot load pixmap \"icon\" with type 1 [use default icon]")});
+                 QStringList{"Cannot load pixmap \"icon\" with type 1 [use default icon]"});
     }
 }
 
@@ -158,13 +156,13 @@ void ImageManagerTest::warnsOfUnknownNames()
     WarningCatcher warnings;
     QVERIFY(image("nobody").isNull());
     QVERIFY(image(nullptr).isNull());
-    QCOMPARE(warnings.take(), (QStringList{QStringLiteral("Cannot load pixmap \"nobody\""),
-                                           QStringLiteral("Cannot load pixmap \"\"")}));
+    QCOMPARE(warnings.take(),
+             (QStringList{"Cannot load pixmap \"nobody\"", "Cannot load pixmap \"\""}));
 }
 
 void ImageManagerTest::loadsNothingForOtherTypes()
 {
-    writeImage(QStringLiteral("plain"), png({64, 64}));
+    writeImage("plain", png({64, 64}));
     initialize(R"({"images": ["plain"]})", ImageManager::InitializeType(2));
     WarningCatcher warnings;
     QVERIFY(image("plain").isNull());
@@ -173,11 +171,11 @@ void ImageManagerTest::loadsNothingForOtherTypes()
 
 void ImageManagerTest::laterDuplicatesReset()
 {
-    writeImage(QStringLiteral("twice"), png({64, 64}, Qt::red));
+    writeImage("twice", png({64, 64}, Qt::red));
     initialize(R"({"images": ["twice", "twice"]})");
     QCOMPARE(image("twice").toImage().pixelColor(0, 0), QColor(Qt::red));
     // A file that is replaced within the same second must not come out of a cache.
-    writeImage(QStringLiteral("twice"), png({64, 64}, Qt::blue));
+    writeImage("twice", png({64, 64}, Qt::blue));
     initialize(R"({"images": ["twice"]})");
     QCOMPARE(image("twice").toImage().pixelColor(0, 0), QColor(Qt::blue));
     initialize(R"({"images": []})");
@@ -186,34 +184,30 @@ void ImageManagerTest::laterDuplicatesReset()
 
 void ImageManagerTest::writesTempImages()
 {
-    writeImage(QStringLiteral("btclose"), png({64, 32}));
+    writeImage("btclose", png({64, 32}));
     initialize(R"({"tmp_images": ["bt close", "missing"]})");
-    const QImage written(
-        ImageManager::getInstance()->getTempImageFullPath(QStringLiteral("btclose")));
+    const QImage written(ImageManager::getInstance()->getTempImageFullPath("btclose"));
     QCOMPARE(written.size(), QSize(displaySide(64), displaySide(32)));
-    QVERIFY(ImageManager::getInstance()
-                ->getTempImageFullPath(QStringLiteral("btclose"))
-                .endsWith(QLatin1String("/deep/user/tmp_images/tmp_btclose.png")));
-    QCOMPARE(tempSize(QStringLiteral("missing")), 0);
+    QVERIFY(ImageManager::getInstance()->getTempImageFullPath("btclose").endsWith(
+        "/deep/user/tmp_images/tmp_btclose.png"));
+    QCOMPARE(tempSize("missing"), 0);
 }
 
 void ImageManagerTest::staysInTheTempFolder()
 {
-    const QString victim = writeScratchFile(QStringLiteral("deep/user/victim.png"), "precious");
-    writeScratchFile(QStringLiteral("deep/user/tmp_images/tmp_/file"), "");
-    writeScratchFile(QStringLiteral("deep/user/tmp_images/tmp_../file"), "");
-    const QStringList filesBefore =
-        QDir(scratchFolder() + QLatin1String("/deep/user")).entryList(QDir::Files);
+    const QString victim = writeScratchFile("deep/user/victim.png", "precious");
+    writeScratchFile("deep/user/tmp_images/tmp_/file", "");
+    writeScratchFile("deep/user/tmp_images/tmp_../file", "");
+    const QStringList filesBefore = QDir(scratchFolder() + "/deep/user").entryList(QDir::Files);
     WarningCatcher warnings;
     initialize(R"({"tmp_images": ["/../../victim", "../../victim", "..", ".", "", "a/b",
                                   "/etc/x", "a\\..\\b", 7, "./x"]})");
     QFile file(victim);
     QVERIFY(file.open(QIODevice::ReadOnly));
     QCOMPARE(file.readAll(), QByteArray("precious"));
-    QCOMPARE(QDir(scratchFolder() + QLatin1String("/deep/user")).entryList(QDir::Files),
-             filesBefore);
-    QVERIFY(warnings.take().contains(
-        QStringLiteral("Cannot write temp image \"/../../victim\" outside its folder")));
+    QCOMPARE(QDir(scratchFolder() + "/deep/user").entryList(QDir::Files), filesBefore);
+    QVERIFY(
+        warnings.take().contains("Cannot write temp image \"/../../victim\" outside its folder"));
 }
 
 void ImageManagerTest::survivesBadDescriptions_data()
@@ -232,7 +226,7 @@ void ImageManagerTest::survivesBadDescriptions_data()
 void ImageManagerTest::survivesBadDescriptions()
 {
     QFETCH(QByteArray, description);
-    writeImage(QStringLiteral("new"), png({64, 64}));
+    writeImage("new", png({64, 64}));
     WarningCatcher warnings;
     initialize(description, ImageManager::PrepareAll);
     QCOMPARE(warnings.take(), QStringList());
@@ -241,19 +235,18 @@ void ImageManagerTest::survivesBadDescriptions()
 
 void ImageManagerTest::refusesBadPictures()
 {
-    writeImage(QStringLiteral("empty"), QByteArray());
-    writeImage(QStringLiteral("truncated"), png({64, 64}).left(40));
+    writeImage("empty", QByteArray());
+    writeImage("truncated", png({64, 64}).left(40));
     QRandomGenerator random(1);
     QByteArray noise;
     for (int i = 0; i < 4096; ++i)
         noise.append(char(random.generate()));
-    writeImage(QStringLiteral("noise"), noise);
-    writeImage(QStringLiteral("huge"), hugePng(30000));
-    QCOMPARE(QImageReader(scratchFolder() + QLatin1String("/images/huge.png")).size(),
-             QSize(30000, 30000));
-    const QString pipe = scratchFolder() + QLatin1String("/images/pipe.png");
+    writeImage("noise", noise);
+    writeImage("huge", hugePng(30000));
+    QCOMPARE(QImageReader(scratchFolder() + "/images/huge.png").size(), QSize(30000, 30000));
+    const QString pipe = scratchFolder() + "/images/pipe.png";
     QCOMPARE(mkfifo(pipe.toLocal8Bit().constData(), 0600), 0);
-    QVERIFY(QDir(scratchFolder()).mkpath(QStringLiteral("images/folder.png")));
+    QVERIFY(QDir(scratchFolder()).mkpath("images/folder.png"));
     WarningCatcher warnings;
     initialize(R"({"images": ["empty", "truncated", "noise", "huge", "pipe", "folder"],
                    "tmp_images": ["empty", "noise", "huge", "pipe", "folder"]})",
@@ -263,7 +256,7 @@ void ImageManagerTest::refusesBadPictures()
         QVERIFY2(image(name).isNull(), name);
         QCOMPARE(warnings.take().size(), 1);
     }
-    QCOMPARE(tempSize(QStringLiteral("huge")), 0);
+    QCOMPARE(tempSize("huge"), 0);
 }
 
 QTEST_MAIN(ImageManagerTest)

@@ -84,8 +84,7 @@ int SingleApplicationTest::send(const QByteArray &message) const
 
 QString SingleApplicationTest::socketPath() const
 {
-    const QStringList names =
-        QDir(scratchFolder()).entryList({QStringLiteral("qtsingleapp-*")}, QDir::System);
+    const QStringList names = QDir(scratchFolder()).entryList({"qtsingleapp-*"}, QDir::System);
     return names.size() == 1 ? scratchFolder() + QLatin1Char('/') + names.first() : QString();
 }
 

@@ -10,14 +10,14 @@ namespace {
 // search goes on three characters after the start of the match.
 QString scaledByRegularExpression(const QString &text, double scale)
 {
-    QRegExp length(QStringLiteral("(\\d+\\.?\\d*)(px)"));
+    QRegExp length("(\\d+\\.?\\d*)(px)");
     const QStringList pieces = text.split(length);
     QString result;
     int piece = 0;
     int offset = 0;
     while ((offset = length.indexIn(text, offset)) >= 0) {
         result += pieces.value(piece++);
-        result += QStringLiteral("%1px").arg(int(length.cap(1).toDouble() * scale));
+        result += QString("%1px").arg(int(length.cap(1).toDouble() * scale));
         offset += 3;
     }
     return result + pieces.value(piece);
@@ -72,14 +72,10 @@ void DpiInfoTest::cutsLengthsToWholePixels_data()
     const auto row = [](const char *text, const QStringList &expected) {
         QTest::newRow(text) << QString::fromLatin1(text) << expected;
     };
-    row("width: 10px;", {QStringLiteral("width: 10px;"), QStringLiteral("width: 12px;"),
-                         QStringLiteral("width: 15px;"), QStringLiteral("width: 20px;")});
-    row("a 2px 4px b", {QStringLiteral("a 2px 4px b"), QStringLiteral("a 2px 5px b"),
-                        QStringLiteral("a 3px 6px b"), QStringLiteral("a 4px 8px b")});
-    row("0.5px 1.5px", {QStringLiteral("0px 1px"), QStringLiteral("0px 1px"),
-                        QStringLiteral("0px 2px"), QStringLiteral("1px 3px")});
-    row("icon_16px.png", {QStringLiteral("icon_16px.png"), QStringLiteral("icon_20px.png"),
-                          QStringLiteral("icon_24px.png"), QStringLiteral("icon_32px.png")});
+    row("width: 10px;", {"width: 10px;", "width: 12px;", "width: 15px;", "width: 20px;"});
+    row("a 2px 4px b", {"a 2px 4px b", "a 2px 5px b", "a 3px 6px b", "a 4px 8px b"});
+    row("0.5px 1.5px", {"0px 1px", "0px 1px", "0px 2px", "1px 3px"});
+    row("icon_16px.png", {"icon_16px.png", "icon_20px.png", "icon_24px.png", "icon_32px.png"});
     for (const char *kept : {"8PX 9pt 7 px px", "", "no lengths"}) {
         const QString same = QString::fromLatin1(kept);
         row(kept, {same, same, same, same});
@@ -99,11 +95,11 @@ void DpiInfoTest::equalsTheRegularExpression()
 {
     QRandomGenerator random(20);
     const QString alphabets[] = {
-        QStringLiteral("0123456789.px "),
-        QStringLiteral("0.px"),
-        QStringLiteral("019.pxpxP\n-e+:;"),
+        "0123456789.px ",
+        "0.px",
+        "019.pxpxP\n-e+:;",
         // Digits of another script match too, but no number can be read from them.
-        QStringLiteral("12.px") + QChar(0x0663) + QChar(0x0966) + QChar(0x00b2),
+        "12.px" + QChar(0x0663) + QChar(0x0966) + QChar(0x00b2),
     };
     int scaledTexts = 0;
     for (const QString &alphabet : alphabets) {
@@ -111,7 +107,7 @@ void DpiInfoTest::equalsTheRegularExpression()
             const QString text = randomText(random, alphabet, int(random.bounded(24)));
             const QString expected = scaledByRegularExpression(text, scale());
             // Beyond the range of an int the reference has no defined result.
-            if (expected.contains(QLatin1String("-2147483648")))
+            if (expected.contains("-2147483648"))
                 continue;
             if (scaled(text) != expected)
                 qWarning() << text;
@@ -125,14 +121,14 @@ void DpiInfoTest::equalsTheRegularExpression()
 void DpiInfoTest::survivesHugeNumbers()
 {
     // The ten digits end in a suffix that fits an int again: 2147483647 at most, then 7px.
-    QVERIFY(scaled(QStringLiteral("99999999999px")).startsWith(QLatin1String("2147483647px")));
+    QVERIFY(scaled("99999999999px").startsWith("2147483647px"));
 
     // A quadratic scan would take minutes for each of these.
     constexpr int count = 300000;
-    const QString unit = QStringLiteral("px");
+    const QString unit = "px";
     for (const QString &run :
          {QString(count, QLatin1Char('9')), QString(count, QLatin1Char('0')),
-          QString(count, QChar(0x0663)), QStringLiteral("1.") + QString(count, QLatin1Char('9'))}) {
+          QString(count, QChar(0x0663)), "1." + QString(count, QLatin1Char('9'))}) {
         QVERIFY(scaled(run + unit).endsWith(unit));
         QCOMPARE(scaled(run), run);
     }

@@ -10,7 +10,7 @@ namespace {
 
 QStringList namesIn(const char *list)
 {
-    QFile file(themeFolder() + QLatin1String("/images.json"));
+    QFile file(themeFolder() + "/images.json");
     if (!file.open(QIODevice::ReadOnly))
         return {};
     QStringList names;
@@ -28,7 +28,7 @@ QImage picture(const QString &name)
 
 QMap<QString, QString> stringsOf(const QString &code)
 {
-    QFile file(QStringLiteral("%1/strings/%2.json").arg(themeFolder(), code));
+    QFile file(QString("%1/strings/%2.json").arg(themeFolder(), code));
     if (!file.open(QIODevice::ReadOnly))
         return {};
     const QJsonObject table = QJsonDocument::fromJson(file.readAll()).object();
@@ -39,29 +39,25 @@ QMap<QString, QString> stringsOf(const QString &code)
 }
 
 // The keys that the widgets ask for.
-const QStringList dayKeys{QStringLiteral("sunday"),   QStringLiteral("monday"),
-                          QStringLiteral("tuesday"),  QStringLiteral("wednesday"),
-                          QStringLiteral("thursday"), QStringLiteral("friday"),
-                          QStringLiteral("saturday")};
-const QStringList monthKeys{
-    QStringLiteral("month_jan"), QStringLiteral("month_feb"), QStringLiteral("month_mar"),
-    QStringLiteral("month_apr"), QStringLiteral("month_may"), QStringLiteral("month_jun"),
-    QStringLiteral("month_jul"), QStringLiteral("month_aug"), QStringLiteral("month_sep"),
-    QStringLiteral("month_oct"), QStringLiteral("month_nov"), QStringLiteral("month_dec")};
-const QStringList otherKeys{QStringLiteral("ok"),
-                            QStringLiteral("cancel"),
-                            QStringLiteral("wizard_client_upgrade"),
-                            QStringLiteral("first_page"),
-                            QStringLiteral("prev_5_pages"),
-                            QStringLiteral("last_page"),
-                            QStringLiteral("next_5_pages"),
-                            QStringLiteral("pagebar_refresh"),
-                            QStringLiteral("accessible_page"),
-                            QStringLiteral("accessible_current_page"),
-                            QStringLiteral("today"),
-                            QStringLiteral("accessible_calendar"),
-                            QStringLiteral("accessible_calendar_prev_month"),
-                            QStringLiteral("accessible_calendar_next_month")};
+const QStringList dayKeys{"sunday",   "monday", "tuesday", "wednesday",
+                          "thursday", "friday", "saturday"};
+const QStringList monthKeys{"month_jan", "month_feb", "month_mar", "month_apr",
+                            "month_may", "month_jun", "month_jul", "month_aug",
+                            "month_sep", "month_oct", "month_nov", "month_dec"};
+const QStringList otherKeys{"ok",
+                            "cancel",
+                            "wizard_client_upgrade",
+                            "first_page",
+                            "prev_5_pages",
+                            "last_page",
+                            "next_5_pages",
+                            "pagebar_refresh",
+                            "accessible_page",
+                            "accessible_current_page",
+                            "today",
+                            "accessible_calendar",
+                            "accessible_calendar_prev_month",
+                            "accessible_calendar_next_month"};
 
 } // namespace
 
@@ -117,9 +113,9 @@ void ThemeFilesTest::everyPictureHasFourStates()
             const QPixmap shown = getGlobalImage(name, type);
             QCOMPARE(shown.size(), source.size() / 4);
         }
-        const bool stateless = name.startsWith(QLatin1String("bg_"));
-        QCOMPARE(source == picture(name + QLatin1String("_hover")), stateless);
-        QCOMPARE(source == picture(name + QLatin1String("_disable")), stateless);
+        const bool stateless = name.startsWith("bg_");
+        QCOMPARE(source == picture(name + "_hover"), stateless);
+        QCOMPARE(source == picture(name + "_disable"), stateless);
     }
     QCOMPARE(warnings.take(), QStringList());
 }
@@ -135,7 +131,7 @@ void ThemeFilesTest::temporaryPicturesHaveSources()
 void ThemeFilesTest::shadowFrameFadesOutwardsWithoutSeams()
 {
     const auto part = [](const char *name) {
-        return picture(QLatin1String("bg_tutorial_") + QLatin1String(name));
+        return picture("bg_tutorial_" + QLatin1String(name));
     };
     // Each part is turned so that the sheet's body lies below it, or below and to the right.
     const auto turned = [&part](const char *name, int degrees) {
@@ -175,7 +171,7 @@ void ThemeFilesTest::shadowFrameFadesOutwardsWithoutSeams()
 
 void ThemeFilesTest::movieRuns()
 {
-    QMovie movie(ImageManager::getInstance()->getImageFolder() + QLatin1String("/processing.gif"));
+    QMovie movie(ImageManager::getInstance()->getImageFolder() + "/processing.gif");
     const int side = kovaPxRounded(32);
     movie.setScaledSize(QSize(side, side));
     QVERIFY(movie.isValid());
@@ -231,9 +227,9 @@ void ThemeFilesTest::stringsAreComplete()
     QCOMPARE(QStringList(strings.keys()), expectedKeys);
     for (const QString &text : strings)
         QVERIFY(!text.isEmpty() && text == text.trimmed());
-    QVERIFY(strings.value(QStringLiteral("accessible_page")).contains(QLatin1String("%1")));
-    const QString currentPage = strings.value(QStringLiteral("accessible_current_page"));
-    QVERIFY(currentPage.contains(QLatin1String("%1")) && currentPage.contains(QLatin1String("%2")));
+    QVERIFY(strings.value("accessible_page").contains("%1"));
+    const QString currentPage = strings.value("accessible_current_page");
+    QVERIFY(currentPage.contains("%1") && currentPage.contains("%2"));
 
     const QLocale data(locale);
     for (int day = 0; day < dayKeys.size(); ++day)

@@ -12,10 +12,10 @@ namespace {
 QString styleText(const QString &key)
 {
     QString text = getStyleSheet(key, false);
-    if (key == QLatin1String("component.combobox"))
-        text = text.arg(QStringLiteral("padding-left: %1px; \npadding-right: %1px;")
-                            .arg(QString::number(6 * DPIinfo::getInstance()->getDPI(), 'g', 6)))
-                   .arg(QStringLiteral("border: 1px solid #C8D2DC;"));
+    if (key == "component.combobox")
+        text = text.arg("padding-left: %1px; \npadding-right: %1px;".arg(
+                            QString::number(6 * DPIinfo::getInstance()->getDPI(), 'g', 6)))
+                   .arg("border: 1px solid #C8D2DC;");
     return text;
 }
 
@@ -27,7 +27,7 @@ struct Rule
 
 QVector<Rule> rulesOf(const QString &text)
 {
-    static const QRegularExpression block(QStringLiteral("([^{}]*)\\{([^{}]*)\\}"));
+    static const QRegularExpression block("([^{}]*)\\{([^{}]*)\\}");
     QVector<Rule> rules;
     auto match = block.globalMatch(text);
     while (match.hasNext()) {
@@ -79,7 +79,7 @@ MakeWidget make()
             std::is_base_of_v<
                 QLabel,
                 Widget> || std::is_base_of_v<QLineEdit, Widget> || std::is_base_of_v<QAbstractButton, Widget>)
-            widget->setText(QStringLiteral("text"));
+            widget->setText("text");
         return widget;
     };
 }
@@ -87,7 +87,7 @@ MakeWidget make()
 QWidget *makeComboBox()
 {
     auto *box = new QComboBox;
-    box->addItems({QStringLiteral("one"), QStringLiteral("two")});
+    box->addItems({"one", "two"});
     box->view()->setItemDelegate(new QStyledItemDelegate(box));
     return box;
 }
@@ -103,12 +103,12 @@ QWidget *makeDateBox()
 QWidget *makeMenu()
 {
     auto *menu = new QMenu;
-    menu->addAction(QStringLiteral("plain"));
-    QAction *checked = menu->addAction(QStringLiteral("checked"));
+    menu->addAction("plain");
+    QAction *checked = menu->addAction("checked");
     checked->setCheckable(true);
     checked->setChecked(true);
     menu->addSeparator();
-    menu->addMenu(QStringLiteral("sub"));
+    menu->addMenu("sub");
     return menu;
 }
 
@@ -116,14 +116,14 @@ QWidget *makeSheet()
 {
     auto *sheet = new KovaSheet(nullptr);
     auto *layout = new QVBoxLayout(sheet);
-    layout->addWidget(new QLabel(QStringLiteral("text")));
+    layout->addWidget(new QLabel("text"));
     layout->addWidget(new QDialogButtonBox(QDialogButtonBox::Ok));
     return sheet;
 }
 
 QWidget *makeMessageBox()
 {
-    return new QMessageBox(QMessageBox::Question, QStringLiteral("title"), QStringLiteral("text"),
+    return new QMessageBox(QMessageBox::Question, "title", "text",
                            QMessageBox::Ok | QMessageBox::Cancel);
 }
 
@@ -139,16 +139,16 @@ QWidget *makeScrollArea()
 QWidget *makePagingFrame()
 {
     auto *frame = new QWidget;
-    frame->setObjectName(QStringLiteral("PAGINGBARBORDER"));
+    frame->setObjectName("PAGINGBARBORDER");
     return frame;
 }
 
 QWidget *makeTree()
 {
     auto *tree = new QTreeWidget;
-    auto *item = new QTreeWidgetItem(tree, {QStringLiteral("text")});
+    auto *item = new QTreeWidgetItem(tree, {"text"});
     item->setCheckState(0, Qt::Checked);
-    new QTreeWidgetItem(item, {QStringLiteral("child")});
+    new QTreeWidgetItem(item, {"child"});
     return tree;
 }
 
@@ -168,7 +168,7 @@ const QMap<QString, MakeWidget> &widgetOfKey()
         const auto add = [&keys](const MakeWidget &factory,
                                  std::initializer_list<const char *> names) {
             for (const char *name : names)
-                keys.insert(QLatin1String("component.") + QLatin1String(name), factory);
+                keys.insert("component." + QLatin1String(name), factory);
         };
         add(make<QPushButton>(),
             {"apply_button", "button_path_arrow", "button_path_name_button", "cancel_button",
@@ -192,8 +192,8 @@ const QMap<QString, MakeWidget> &widgetOfKey()
         add(makePagingFrame, {"paging_bar_border"});
         add(makeScrollArea, {"scrollbar"});
         add(make<QProgressBar>(), {"help_busy"});
-        keys.insert(QStringLiteral("theme.tree"), makeTree);
-        keys.insert(QStringLiteral("theme.window"), make<QMainWindow>());
+        keys.insert("theme.tree", makeTree);
+        keys.insert("theme.window", make<QMainWindow>());
         return keys;
     }();
     return map;
@@ -241,14 +241,14 @@ void ThemeStyleTest::everyKeyIsReadByItsWidget()
     qInstallMessageHandler(before);
 
     QCOMPARE(complaints, QStringList());
-    const bool invisible = key.startsWith(QLatin1String("component.message_sheet_p"));
+    const bool invisible = key.startsWith("component.message_sheet_p");
     QVERIFY2(invisible || plain.toImage() != styled.toImage(), "the text selects nothing");
 }
 
 void ThemeStyleTest::keepsToTheRulesOfStyleFiles()
 {
-    static const QRegularExpression longLength(QStringLiteral("[\\d.]{4,}px"));
-    static const QRegularExpression block(QStringLiteral("\\{[^{}]*\\}"));
+    static const QRegularExpression longLength("[\\d.]{4,}px");
+    static const QRegularExpression block("\\{[^{}]*\\}");
     for (const QString &key : widgetOfKey().keys()) {
         const QString text = getStyleSheet(key, true);
         QVERIFY2(!longLength.match(text).hasMatch(), qPrintable(key));
@@ -264,12 +264,12 @@ void ThemeStyleTest::keepsToTheRulesOfStyleFiles()
 
 void ThemeStyleTest::refersToPicturesThatExist()
 {
-    static const QRegularExpression reference(QStringLiteral("url\\(\"([^\"]*)\"\\)"));
+    static const QRegularExpression reference("url\\(\"([^\"]*)\"\\)");
     QSet<QString> used;
     for (const QString &key : widgetOfKey().keys()) {
         const QString text = getStyleSheet(key, true);
         // Without quotes Qt drops the whole text where a folder's name is not plain ASCII.
-        QCOMPARE(text.count(QLatin1String("url(")), text.count(QLatin1String("url(\"")));
+        QCOMPARE(text.count("url("), text.count("url(\""));
         auto match = reference.globalMatch(text);
         while (match.hasNext()) {
             const QString path = match.next().captured(1);
@@ -279,14 +279,14 @@ void ThemeStyleTest::refersToPicturesThatExist()
     }
     const QDir folder(ImageManager::getInstance()->getTempImageFolder());
     for (const QString &written : folder.entryList(QDir::Files))
-        QVERIFY2(used.contains(written), qPrintable(written + QLatin1String(" is never used")));
+        QVERIFY2(used.contains(written), qPrintable(written + " is never used"));
 }
 
 void ThemeStyleTest::textIsLegibleInEveryState()
 {
     // The darker of the two backgrounds on which transparent controls lie.
-    const QColor page(QStringLiteral("#F4F7FA"));
-    static const QRegularExpression state(QStringLiteral("(?<!:):[a-z-]+|\\[[^]]*\\]"));
+    const QColor page("#F4F7FA");
+    static const QRegularExpression state("(?<!:):[a-z-]+|\\[[^]]*\\]");
     int pairs = 0;
     for (const QString &key : widgetOfKey().keys()) {
         QMap<QString, QString> foregrounds;
@@ -294,22 +294,20 @@ void ThemeStyleTest::textIsLegibleInEveryState()
         for (const Rule &rule : rulesOf(styleText(key))) {
             for (const QString &selector : rule.selectors) {
                 const QString element = QString(selector).remove(state);
-                const QString color =
-                    rule.declarations.value(QStringLiteral("color"), foregrounds.value(element));
-                const QString background = rule.declarations.value(
-                    QStringLiteral("background-color"), backgrounds.value(element));
+                const QString color = rule.declarations.value("color", foregrounds.value(element));
+                const QString background =
+                    rule.declarations.value("background-color", backgrounds.value(element));
                 if (element == selector) {
                     foregrounds.insert(element, color);
                     backgrounds.insert(element, background);
                 }
                 if (color.isEmpty())
                     continue;
-                const bool opaque =
-                    !background.isEmpty() && background != QLatin1String("transparent");
-                const double least = selector.contains(QLatin1String(":disabled")) ? 3.0 : 4.5;
+                const bool opaque = !background.isEmpty() && background != "transparent";
+                const double least = selector.contains(":disabled") ? 3.0 : 4.5;
                 const double actual = contrast(QColor(color), opaque ? QColor(background) : page);
                 QVERIFY2(actual >= least,
-                         qPrintable(QStringLiteral("%1 %2: %3").arg(key, selector).arg(actual)));
+                         qPrintable(QString("%1 %2: %3").arg(key, selector).arg(actual)));
                 ++pairs;
             }
         }
@@ -324,7 +322,7 @@ void ThemeStyleTest::focusShowsWithoutMovingTheText_data()
          {"apply_button", "button_path_name_button", "cancel_button", "checkbox", "combobox",
           "date_selector", "default_button", "icon_button", "lineedit", "nonselect_paging_button",
           "radio_button", "red_button", "select_paging_button"})
-        QTest::newRow(name) << QStringLiteral("component.") + QLatin1String(name);
+        QTest::newRow(name) << "component." + QLatin1String(name);
 }
 
 void ThemeStyleTest::focusShowsWithoutMovingTheText()
@@ -358,25 +356,22 @@ void ThemeStyleTest::focusShowsWithoutMovingTheText()
     };
     const int shift = textRect(QStyle::State_HasFocus).left() - textRect(QStyle::State_None).left();
     // The combo box comes with a border that does not grow with the display; its ring does.
-    const int tolerance = key == QLatin1String("component.combobox") ? 1 : 0;
+    const int tolerance = key == "component.combobox" ? 1 : 0;
     QVERIFY2(std::abs(shift) <= tolerance, qPrintable(QString::number(shift)));
 
     QMap<QString, QString> focus;
     QMap<QString, QString> hover;
     for (const Rule &rule : rulesOf(styleText(key))) {
         for (const QString &selector : rule.selectors) {
-            if (selector.endsWith(QLatin1String(":focus")) && !selector.contains(QLatin1Char('[')))
+            if (selector.endsWith(":focus") && !selector.contains(QLatin1Char('[')))
                 focus = rule.declarations;
-            else if (selector.endsWith(QLatin1String(":hover"))
-                     && !selector.contains(QLatin1String("::")))
+            else if (selector.endsWith(":hover") && !selector.contains("::"))
                 hover = rule.declarations;
         }
     }
-    const QString border =
-        focus.value(QStringLiteral("border"), focus.value(QStringLiteral("border-color")));
+    const QString border = focus.value("border", focus.value("border-color"));
     QVERIFY(!border.isEmpty());
-    QVERIFY(border
-            != hover.value(QStringLiteral("border"), hover.value(QStringLiteral("border-color"))));
+    QVERIFY(border != hover.value("border", hover.value("border-color")));
 }
 
 void ThemeStyleTest::errorLooksDifferent()

@@ -18,27 +18,24 @@ private Q_SLOTS:
 void ComponentStringsTest::missingStringShowsItsKey()
 {
     WarningCatcher warnings;
-    QCOMPARE(ComponentStrings::getInstance()->getString(QStringLiteral("o\"k")),
-             QStringLiteral("o\"k"));
-    QCOMPARE(warnings.take(),
-             QStringList{QStringLiteral("Cannot find key in ComponentStrings \"o\\\"k\"")});
+    QCOMPARE(ComponentStrings::getInstance()->getString("o\"k"), "o\"k");
+    QCOMPARE(warnings.take(), QStringList{"Cannot find key in ComponentStrings \"o\\\"k\""});
 }
 
 void ComponentStringsTest::installReplacesTheTable()
 {
     WarningCatcher warnings;
     ComponentStrings *strings = ComponentStrings::getInstance();
-    strings->installStrings(
-        {{QStringLiteral("ok"), QStringLiteral("Gut")}, {QStringLiteral("cancel"), QString()}});
-    QCOMPARE(strings->getString(QStringLiteral("ok")), QStringLiteral("Gut"));
-    QCOMPARE(strings->getString(QStringLiteral("cancel")), QString());
-    QVERIFY(strings->hasString(QStringLiteral("cancel")));
-    QVERIFY(!strings->hasString(QStringLiteral("today")));
+    strings->installStrings({{"ok", "Gut"}, {"cancel", QString()}});
+    QCOMPARE(strings->getString("ok"), "Gut");
+    QCOMPARE(strings->getString("cancel"), QString());
+    QVERIFY(strings->hasString("cancel"));
+    QVERIFY(!strings->hasString("today"));
     QCOMPARE(warnings.take(), QStringList());
 
-    strings->installStrings({{QStringLiteral("cancel"), QStringLiteral("Zurück")}});
-    QCOMPARE(strings->getString(QStringLiteral("ok")), QStringLiteral("ok"));
-    QCOMPARE(strings->getString(QStringLiteral("Cancel")), QStringLiteral("Cancel"));
+    strings->installStrings({{"cancel", "Zurück"}});
+    QCOMPARE(strings->getString("ok"), "ok");
+    QCOMPARE(strings->getString("Cancel"), "Cancel");
     QCOMPARE(warnings.take().size(), 2);
 }
 
@@ -46,17 +43,15 @@ void ComponentStringsTest::pathsAreReplacedWithAWarning()
 {
     WarningCatcher warnings;
     UIPathManager *paths = UIPathManager::getInstance();
-    QCOMPARE(paths->getPath(QStringLiteral("resource_path")), QString());
-    QCOMPARE(warnings.take(),
-             QStringList{QStringLiteral("Cannot find path by key \"resource_path\"")});
+    QCOMPARE(paths->getPath("resource_path"), QString());
+    QCOMPARE(warnings.take(), QStringList{"Cannot find path by key \"resource_path\""});
 
-    paths->setPath(QStringLiteral("resource_path"), QStringLiteral("/first"));
+    paths->setPath("resource_path", "/first");
     QCOMPARE(warnings.take(), QStringList());
-    paths->setPath(QStringLiteral("resource_path"), QStringLiteral("/second"));
-    QCOMPARE(warnings.take(),
-             QStringList{QStringLiteral("Existing path is \"/second\" with key \"resource_path\" "
-                                        "but overwrite it now")});
-    QCOMPARE(paths->getPath(QStringLiteral("resource_path")), QStringLiteral("/second"));
+    paths->setPath("resource_path", "/second");
+    QCOMPARE(warnings.take(), QStringList{"Existing path is \"/second\" with key \"resource_path\" "
+                                          "but overwrite it now"});
+    QCOMPARE(paths->getPath("resource_path"), "/second");
 }
 
 QTEST_GUILESS_MAIN(ComponentStringsTest)

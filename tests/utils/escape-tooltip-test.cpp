@@ -15,20 +15,19 @@ private Q_SLOTS:
 
 void EscapeTooltipTest::writesAParagraph()
 {
-    QCOMPARE(getHtmlEscapedStringForToolTip(QString()),
-             QStringLiteral("<p style='white-space:pre'></p>"));
-    QCOMPARE(getHtmlEscapedStringForToolTip(QStringLiteral("a<b\nc")),
-             QStringLiteral("<p style='white-space:pre'>a&lt;b<br>c</p>"));
-    QCOMPARE(getHtmlEscapedStringForToolTip(QStringLiteral("\r\n\"")),
-             QStringLiteral("<p style='white-space:pre'>\r<br>&quot;</p>"));
+    QCOMPARE(getHtmlEscapedStringForToolTip(QString()), "<p style='white-space:pre'></p>");
+    QCOMPARE(getHtmlEscapedStringForToolTip("a<b\nc"),
+             "<p style='white-space:pre'>a&lt;b<br>c</p>");
+    QCOMPARE(getHtmlEscapedStringForToolTip("\r\n\""),
+             "<p style='white-space:pre'>\r<br>&quot;</p>");
 }
 
 void EscapeTooltipTest::showsTheTextAsItIs_data()
 {
     QTest::addColumn<QString>("text");
-    QTest::newRow("markup") << QStringLiteral("<b>R&D</b> </p> &amp; 'x' \"y\"");
-    QTest::newRow("blanks") << QStringLiteral("a    b\n\n    indented  ");
-    QTest::newRow("other scripts") << QStringLiteral("שלום 日本 😀");
+    QTest::newRow("markup") << "<b>R&D</b> </p> &amp; 'x' \"y\"";
+    QTest::newRow("blanks") << "a    b\n\n    indented  ";
+    QTest::newRow("other scripts") << "שלום 日本 😀";
 }
 
 void EscapeTooltipTest::showsTheTextAsItIs()

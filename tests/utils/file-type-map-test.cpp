@@ -49,16 +49,15 @@ void FileTypeMapTest::namesIcons()
     QFETCH(QString, stem);
     const QString extension = QString::fromLatin1(QTest::currentDataTag());
     const FileTypeMap *map = FileTypeMap::getInstance();
-    QCOMPARE(map->getFiletypeMapping(extension, false), stem + QLatin1String(".png"));
-    QCOMPARE(map->getFiletypeMapping(extension, true), stem + QLatin1String("_removed.png"));
+    QCOMPARE(map->getFiletypeMapping(extension, false), stem + ".png");
+    QCOMPARE(map->getFiletypeMapping(extension, true), stem + "_removed.png");
 }
 
 void FileTypeMapTest::unknownExtensionsStayUnknown()
 {
     const FileTypeMap *map = FileTypeMap::getInstance();
     for (int i = 0; i < 3; ++i)
-        QCOMPARE(map->getFiletypeMapping(QStringLiteral("blend"), false),
-                 QStringLiteral("xxx.png"));
+        QCOMPARE(map->getFiletypeMapping("blend", false), "xxx.png");
 }
 
 QTEST_GUILESS_MAIN(FileTypeMapTest)

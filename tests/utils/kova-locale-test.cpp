@@ -46,11 +46,11 @@ void KovaLocaleTest::mapsLocaleNames()
 void KovaLocaleTest::readsTheSystemLocale_data()
 {
     QTest::addColumn<QString>("code");
-    QTest::newRow("pt_PT.UTF-8") << QStringLiteral("ptg");
-    QTest::newRow("pt_BR.UTF-8") << QStringLiteral("ptb");
-    QTest::newRow("zh_TW.UTF-8") << QStringLiteral("cht");
-    QTest::newRow("sv_SE@euro") << QStringLiteral("sve");
-    QTest::newRow("C") << QStringLiteral("enu");
+    QTest::newRow("pt_PT.UTF-8") << "ptg";
+    QTest::newRow("pt_BR.UTF-8") << "ptb";
+    QTest::newRow("zh_TW.UTF-8") << "cht";
+    QTest::newRow("sv_SE@euro") << "sve";
+    QTest::newRow("C") << "enu";
 }
 
 // Qt reads the locale from the environment once, so each one takes a process.
@@ -59,9 +59,9 @@ void KovaLocaleTest::readsTheSystemLocale()
     QFETCH(QString, code);
     QProcess process;
     QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
-    environment.insert(QStringLiteral("LC_ALL"), QString::fromLatin1(QTest::currentDataTag()));
+    environment.insert("LC_ALL", QString::fromLatin1(QTest::currentDataTag()));
     process.setProcessEnvironment(environment);
-    process.start(QCoreApplication::applicationFilePath(), {QStringLiteral("default-language")});
+    process.start(QCoreApplication::applicationFilePath(), {"default-language"});
     QVERIFY(process.waitForFinished());
     QCOMPARE(QString::fromLatin1(process.readAllStandardOutput()), code);
 }
@@ -69,18 +69,18 @@ void KovaLocaleTest::readsTheSystemLocale()
 void KovaLocaleTest::takesTheHostsEntries()
 {
     KovaLocale *locale = KovaLocale::getInstance();
-    locale->setLanguageMap(QStringLiteral("fi"), QStringLiteral("fin"));
-    QCOMPARE(locale->getLanguageByLocale(QStringLiteral("fi_fi")), QStringLiteral("fin"));
-    QCOMPARE(locale->getLanguageByLocale(QStringLiteral("fi")), QStringLiteral("fin"));
+    locale->setLanguageMap("fi", "fin");
+    QCOMPARE(locale->getLanguageByLocale("fi_fi"), "fin");
+    QCOMPARE(locale->getLanguageByLocale("fi"), "fin");
 
-    locale->setLanguageMap(QStringLiteral("en"), QStringLiteral("eng"));
-    QCOMPARE(locale->getLanguageByLocale(QStringLiteral("en_us")), QStringLiteral("eng"));
-    QCOMPARE(locale->getLanguageByLocale(QStringLiteral("eo")), QStringLiteral("enu"));
+    locale->setLanguageMap("en", "eng");
+    QCOMPARE(locale->getLanguageByLocale("en_us"), "eng");
+    QCOMPARE(locale->getLanguageByLocale("eo"), "enu");
 
-    locale->setLanguageMap(QStringLiteral("pt"), QStringLiteral("por"));
-    locale->setLanguageMap(QStringLiteral("zh"), QStringLiteral("zho"));
-    QCOMPARE(locale->getLanguageByLocale(QStringLiteral("pt")), QStringLiteral("ptg"));
-    QCOMPARE(locale->getLanguageByLocale(QStringLiteral("zh_cn")), QStringLiteral("chs"));
+    locale->setLanguageMap("pt", "por");
+    locale->setLanguageMap("zh", "zho");
+    QCOMPARE(locale->getLanguageByLocale("pt"), "ptg");
+    QCOMPARE(locale->getLanguageByLocale("zh_cn"), "chs");
 }
 
 int main(int argc, char **argv)

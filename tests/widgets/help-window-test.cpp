@@ -77,14 +77,13 @@ private Q_SLOTS:
     void openUrl(const QUrl &url) { m_opened.append(url); }
 
 private:
-    HelpContext context(const QString &lang = QStringLiteral("enu")) const
+    HelpContext context(const QString &lang = "enu") const
     {
-        return {lang, scratchFolder() + QStringLiteral("/help"), QStringLiteral("page.html"),
-                QStringLiteral("back up & restore"), QStringLiteral("2.5")};
+        return {lang, scratchFolder() + "/help", "page.html", "back up & restore", "2.5"};
     }
     QUrl address(const QString &path) const { return QUrl(m_server->base() + path); }
 
-    const QString m_path = QStringLiteral("/cgi/knowledgebase/");
+    const QString m_path = "/cgi/knowledgebase/";
     std::unique_ptr<HttpServer> m_server;
     QList<QUrl> m_opened;
 };
@@ -94,17 +93,16 @@ void HelpWindowTest::initTestCase()
     qputenv("TMPDIR", QFile::encodeName(scratchFolder()));
     setUpHost();
     for (const char *lang : {"enu", "ger", "spn", "fre", "jpn"})
-        writeScratchFile(QStringLiteral("help/%1/page.html").arg(QLatin1String(lang)),
+        writeScratchFile(QString("help/%1/page.html").arg(QLatin1String(lang)),
                          QByteArray("<p>offline ") + lang + " \xC3\xA4</p>");
-    writeScratchFile(QStringLiteral("help/enu/long.html"), QByteArray(5000000, 'x'));
-    ::mkfifo(QFile::encodeName(scratchFolder() + QStringLiteral("/help/enu/pipe.html")).constData(),
-             0600);
+    writeScratchFile("help/enu/long.html", QByteArray(5000000, 'x'));
+    ::mkfifo(QFile::encodeName(scratchFolder() + "/help/enu/pipe.html").constData(), 0600);
 }
 
 void HelpWindowTest::init()
 {
     m_server = std::make_unique<HttpServer>();
-    m_server->handle(QStringLiteral("/silent"), [](QTcpSocket *) {});
+    m_server->handle("/silent", [](QTcpSocket *) {});
     HelpWindow::setKnowledgeBaseHost(m_server->base());
     m_opened.clear();
 }
@@ -113,16 +111,12 @@ void HelpWindowTest::asksForTheArticle_data()
 {
     QTest::addColumn<QString>("lang");
     QTest::addColumn<QString>("sent");
-    const QMap<QString, QString> codes = {{QStringLiteral("enu"), QStringLiteral("enu")},
-                                          {QStringLiteral("deu"), QStringLiteral("ger")},
-                                          {QStringLiteral("esn"), QStringLiteral("spn")},
-                                          {QStringLiteral("fra"), QStringLiteral("fre")},
-                                          {QStringLiteral("jpn"), QStringLiteral("jpn")},
-                                          {QStringLiteral("DEU"), QStringLiteral("DEU")}};
+    const QMap<QString, QString> codes = {{"enu", "enu"}, {"deu", "ger"}, {"esn", "spn"},
+                                          {"fra", "fre"}, {"jpn", "jpn"}, {"DEU", "DEU"}};
     for (auto it = codes.begin(); it != codes.end(); ++it)
         QTest::newRow(qPrintable(QLatin1Char('-') + it.key())) << it.key() << it.value();
     for (const char *code : {"dan", "sve", "hun", "trk", "nor", "ptg", "ptb", "tha"})
-        QTest::newRow(code) << QString::fromLatin1(code) << QStringLiteral("enu");
+        QTest::newRow(code) << QString::fromLatin1(code) << "enu";
 }
 
 void HelpWindowTest::asksForTheArticle()
@@ -133,19 +127,17 @@ void HelpWindowTest::asksForTheArticle()
     HelpWindow window(context(lang), nullptr);
     QVERIFY(requested.wait());
     QCOMPARE(m_server->requests(),
-             QStringList(QStringLiteral("/cgi/knowledgebase/?action=findHelpFile"
-                                        "&section=back%20up%20%26%20restore&lang=%1&link=page.html"
-                                        "&unique=kovaline_utility_help&version=2.5")
-                             .arg(sent)));
-    const bool hasPage =
-        QFile::exists(scratchFolder() + QStringLiteral("/help/%1/page.html").arg(sent));
-    QTRY_COMPARE(shownText(window), hasPage ? QStringLiteral("offline %1 ä").arg(sent) : QString());
+             QStringList("/cgi/knowledgebase/?action=findHelpFile"
+                         "&section=back%20up%20%26%20restore&lang=%1&link=page.html"
+                         "&unique=kovaline_utility_help&version=2.5".arg(sent)));
+    const bool hasPage = QFile::exists(scratchFolder() + QString("/help/%1/page.html").arg(sent));
+    QTRY_COMPARE(shownText(window), hasPage ? QString("offline %1 ä").arg(sent) : QString());
 }
 
 void HelpWindowTest::takesHostsOnly()
 {
-    HelpWindow::setKnowledgeBaseHost(QStringLiteral("help.example.com:8443"));
-    const QUrl address(QStringLiteral("https://help.example.com:8443/cgi/knowledgebase/"));
+    HelpWindow::setKnowledgeBaseHost("help.example.com:8443");
+    const QUrl address("https://help.example.com:8443/cgi/knowledgebase/");
     QCOMPARE(HelpWindow::knowledgeBaseAddress(), address);
     WarningCatcher warnings;
     for (const char *bad : {"", "https://", "file:///etc", "ftp://help.example.com", "a b"})
@@ -153,19 +145,18 @@ void HelpWindowTest::takesHostsOnly()
     QCOMPARE(HelpWindow::knowledgeBaseAddress(), address);
     const QStringList texts = warnings.take();
     QCOMPARE(texts.size(), 5);
-    QCOMPARE(texts.at(3), QStringLiteral("Invalid knowledge base host \"ftp://help.example.com\""));
-    HelpWindow::setKnowledgeBaseHost(QStringLiteral("http://localhost:1/other/path?query#x"));
-    QCOMPARE(HelpWindow::knowledgeBaseAddress(),
-             QUrl(QStringLiteral("http://localhost:1/cgi/knowledgebase/")));
+    QCOMPARE(texts.at(3), "Invalid knowledge base host \"ftp://help.example.com\"");
+    HelpWindow::setKnowledgeBaseHost("http://localhost:1/other/path?query#x");
+    QCOMPARE(HelpWindow::knowledgeBaseAddress(), QUrl("http://localhost:1/cgi/knowledgebase/"));
 }
 
 void HelpWindowTest::needsNoServer()
 {
-    HelpWindow::setKnowledgeBaseHost(QStringLiteral("help.invalid"));
+    HelpWindow::setKnowledgeBaseHost("help.invalid");
     QElapsedTimer timer;
     timer.start();
-    HelpWindow window(context(QStringLiteral("deu")), nullptr);
-    QTRY_COMPARE(shownText(window), QStringLiteral("offline ger ä"));
+    HelpWindow window(context("deu"), nullptr);
+    QTRY_COMPARE(shownText(window), "offline ger ä");
     QVERIFY(timer.elapsed() < 1000);
 }
 
@@ -173,14 +164,13 @@ void HelpWindowTest::showsTheAnswer_data()
 {
     QTest::addColumn<QByteArray>("body");
     QTest::addColumn<QString>("text");
-    QTest::newRow("page") << QByteArray("<p>\xC3\xA4 &amp; \xE3\x81\x82</p>")
-                          << QStringLiteral("ä & あ");
+    QTest::newRow("page") << QByteArray("<p>\xC3\xA4 &amp; \xE3\x81\x82</p>") << "ä & あ";
     QTest::newRow("empty") << QByteArray() << QString();
-    QTest::newRow("NUL") << QByteArray("<p>before\0after</p>", 19) << QStringLiteral("before");
+    QTest::newRow("NUL") << QByteArray("<p>before\0after</p>", 19) << "before";
     QTest::newRow("not UTF-8") << QByteArray("<p>a\xFF"
                                              "b</p>")
-                               << QStringLiteral("a\uFFFDb");
-    QTest::newRow("plain") << QByteArray("just text") << QStringLiteral("just text");
+                               << "a\uFFFDb";
+    QTest::newRow("plain") << QByteArray("just text") << "just text";
 }
 
 void HelpWindowTest::showsTheAnswer()
@@ -189,7 +179,7 @@ void HelpWindowTest::showsTheAnswer()
     QFETCH(QString, text);
     m_server->answer(m_path, body);
     HelpWindow window(context(), nullptr);
-    window.findChild<HtmlTextBrowser *>()->setPlainText(QStringLiteral("before"));
+    window.findChild<HtmlTextBrowser *>()->setPlainText("before");
     window.show();
     QTRY_VERIFY(!isBusy(window));
     QCOMPARE(shownText(window), text);
@@ -217,7 +207,7 @@ void HelpWindowTest::fallsBackOnErrors()
         socket->disconnectFromHost();
     });
     HelpWindow window(context(), nullptr);
-    QTRY_COMPARE(shownText(window), QStringLiteral("offline enu ä"));
+    QTRY_COMPARE(shownText(window), "offline enu ä");
 }
 
 void HelpWindowTest::keepsWhatItShowsWithoutOfflinePage()
@@ -227,11 +217,11 @@ void HelpWindowTest::keepsWhatItShowsWithoutOfflinePage()
         HelpContext asked = context();
         asked.link = QString::fromLatin1(link);
         HelpWindow window(asked, nullptr);
-        QTRY_COMPARE(shownText(window), QStringLiteral("article"));
+        QTRY_COMPARE(shownText(window), "article");
         window.fallbackOffline();
-        QCOMPARE(shownText(window), QStringLiteral("article"));
+        QCOMPARE(shownText(window), "article");
         QCOMPARE(window.findChild<HtmlTextBrowser *>()->searchPaths(),
-                 QStringList(scratchFolder() + QStringLiteral("/help/enu")));
+                 QStringList(scratchFolder() + "/help/enu"));
     }
 }
 
@@ -242,7 +232,7 @@ void HelpWindowTest::givesUpAfterTenSeconds()
     QSignalSpy fellBack(&window, &CountingWindow::fellBack);
     QElapsedTimer timer;
     timer.start();
-    window.reload(address(QStringLiteral("silent")));
+    window.reload(address("silent"));
     QVERIFY(fellBack.wait(15000));
     QVERIFY(timer.elapsed() >= 9400 && timer.elapsed() < 13000);
     QCOMPARE(aborts.count(), 1);
@@ -252,27 +242,27 @@ void HelpWindowTest::givesUpAfterTenSeconds()
 void HelpWindowTest::laterAnswerWins()
 {
     m_server->hold();
-    m_server->answer(QStringLiteral("/one"), "<p>one</p>");
-    m_server->answer(QStringLiteral("/two"), "<p>two</p>");
+    m_server->answer("/one", "<p>one</p>");
+    m_server->answer("/two", "<p>two</p>");
     CountingWindow window;
     window.show();
-    window.reload(address(QStringLiteral("one")));
+    window.reload(address("one"));
     QTRY_COMPARE(m_server->openRequests(), 1);
-    window.reload(address(QStringLiteral("two")));
+    window.reload(address("two"));
     QTRY_COMPARE(m_server->openRequests(), 2);
     m_server->release();
-    QTRY_COMPARE(shownText(window), QStringLiteral("one"));
+    QTRY_COMPARE(shownText(window), "one");
     QVERIFY(isBusy(window));
     m_server->release();
-    QTRY_COMPARE(shownText(window), QStringLiteral("two"));
+    QTRY_COMPARE(shownText(window), "two");
     QVERIFY(!isBusy(window));
 
-    window.reload(address(QStringLiteral("silent")));
-    window.reload(address(QStringLiteral("silent")));
+    window.reload(address("silent"));
+    window.reload(address("silent"));
     window.slotQueryTimeout();
     QCOMPARE(window.fallbacks, 2);
     QVERIFY(!isBusy(window));
-    QCOMPARE(shownText(window), QStringLiteral("two"));
+    QCOMPARE(shownText(window), "two");
 }
 
 void HelpWindowTest::canBeDeletedWhileFetching()
@@ -280,7 +270,7 @@ void HelpWindowTest::canBeDeletedWhileFetching()
     QSignalSpy abandoned(m_server.get(), &HttpServer::abandoned);
     QSignalSpy requested(m_server.get(), &HttpServer::requested);
     auto *window = new CountingWindow;
-    window->reload(address(QStringLiteral("silent")));
+    window->reload(address("silent"));
     QVERIFY(requested.wait());
     delete window;
     QTRY_COMPARE(abandoned.count(), 1);
@@ -289,19 +279,19 @@ void HelpWindowTest::canBeDeletedWhileFetching()
     auto *closing = new CountingWindow;
     connect(closing, &CountingWindow::fellBack, closing, &QObject::deleteLater);
     QSignalSpy destroyed(closing, &QObject::destroyed);
-    closing->reload(address(QStringLiteral("missing")));
+    closing->reload(address("missing"));
     QVERIFY(destroyed.wait());
 }
 
 void HelpWindowTest::usesTheProxyOfTheApplication()
 {
     HttpServer proxy;
-    proxy.answer(QStringLiteral("http://help.example.com/cgi/knowledgebase/"), "<p>by proxy</p>");
+    proxy.answer("http://help.example.com/cgi/knowledgebase/", "<p>by proxy</p>");
     QNetworkProxy::setApplicationProxy(
-        QNetworkProxy(QNetworkProxy::HttpProxy, QStringLiteral("127.0.0.1"), proxy.serverPort()));
-    HelpWindow::setKnowledgeBaseHost(QStringLiteral("http://help.example.com"));
+        QNetworkProxy(QNetworkProxy::HttpProxy, "127.0.0.1", proxy.serverPort()));
+    HelpWindow::setKnowledgeBaseHost("http://help.example.com");
     HelpWindow window(context(), nullptr);
-    QTRY_COMPARE(shownText(window), QStringLiteral("by proxy"));
+    QTRY_COMPARE(shownText(window), "by proxy");
     QNetworkProxy::setApplicationProxy(QNetworkProxy());
 }
 
@@ -323,12 +313,11 @@ void HelpWindowTest::isBusyUntilTheAnswer()
     QTRY_COMPARE(m_server->openRequests(), 1);
     m_server->release();
     QTRY_VERIFY(!isBusy(window));
-    QCOMPARE(browser->accessibleName(), QStringLiteral("Title"));
+    QCOMPARE(browser->accessibleName(), "Title");
     QAccessibleInterface *page =
         QAccessible::queryAccessibleInterface(const_cast<HtmlTextBrowser *>(browser));
     QVERIFY(page && page->textInterface());
-    QCOMPARE(page->textInterface()->text(0, page->textInterface()->characterCount()),
-             QStringLiteral("text"));
+    QCOMPARE(page->textInterface()->text(0, page->textInterface()->characterCount()), "text");
 }
 
 void HelpWindowTest::isUsedByKeyboard()
@@ -344,11 +333,11 @@ void HelpWindowTest::isUsedByKeyboard()
     QTRY_VERIFY(!isBusy(window));
     QVERIFY(browser->hasFocus());
 
-    QDesktopServices::setUrlHandler(QStringLiteral("http"), this, "openUrl");
+    QDesktopServices::setUrlHandler("http", this, "openUrl");
     QTest::keyClick(window.windowHandle(), Qt::Key_Tab);
     QTest::keyClick(window.windowHandle(), Qt::Key_Return);
-    QTRY_COMPARE(m_opened, QList<QUrl>{QUrl(QStringLiteral("http://outside.example.com/"))});
-    QDesktopServices::unsetUrlHandler(QStringLiteral("http"));
+    QTRY_COMPARE(m_opened, QList<QUrl>{QUrl("http://outside.example.com/")});
+    QDesktopServices::unsetUrlHandler("http");
     QVERIFY(window.isVisible());
 
     QTest::keyClick(window.windowHandle(), Qt::Key_PageDown);

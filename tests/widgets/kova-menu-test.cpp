@@ -63,10 +63,10 @@ void KovaMenuTest::staysOnTheScreen_data()
 {
     QTest::addColumn<QString>("strut"); // of a panel: left, right, top, bottom
     QTest::newRow("no panel") << QString();
-    QTest::newRow("left") << QStringLiteral("50, 0, 0, 0");
-    QTest::newRow("right") << QStringLiteral("0, 50, 0, 0");
-    QTest::newRow("top") << QStringLiteral("0, 0, 50, 0");
-    QTest::newRow("bottom") << QStringLiteral("0, 0, 0, 50");
+    QTest::newRow("left") << "50, 0, 0, 0";
+    QTest::newRow("right") << "0, 50, 0, 0";
+    QTest::newRow("top") << "0, 0, 50, 0";
+    QTest::newRow("bottom") << "0, 0, 0, 50";
 }
 
 void KovaMenuTest::staysOnTheScreen()
@@ -77,11 +77,8 @@ void KovaMenuTest::staysOnTheScreen()
     if (!strut.isEmpty()) {
         panel.setAttribute(Qt::WA_X11NetWmWindowTypeDock);
         panel.winId();
-        QProcess::execute(QStringLiteral("xprop"),
-                          {QStringLiteral("-id"), QString::number(panel.winId()),
-                           QStringLiteral("-f"), QStringLiteral("_NET_WM_STRUT"),
-                           QStringLiteral("32c"), QStringLiteral("-set"),
-                           QStringLiteral("_NET_WM_STRUT"), strut});
+        QProcess::execute("xprop", {"-id", QString::number(panel.winId()), "-f", "_NET_WM_STRUT",
+                                    "32c", "-set", "_NET_WM_STRUT", strut});
         panel.show();
         QTRY_VERIFY(QGuiApplication::primaryScreen()->availableGeometry() != screen);
     }
@@ -90,9 +87,8 @@ void KovaMenuTest::staysOnTheScreen()
     for (const bool large : {false, true}) {
         KovaMenu menu;
         for (int i = 0; i < (large ? 60 : 5); ++i)
-            menu.addAction(QStringLiteral("Entry %1 %2")
-                               .arg(i)
-                               .arg(large ? QString(400, QLatin1Char('m')) : QString()));
+            menu.addAction(
+                "Entry %1 %2".arg(i).arg(large ? QString(400, QLatin1Char('m')) : QString()));
         const QSize size = menu.sizeHint().boundedTo(area.size() - QSize(1, 1));
         for (const QPoint &corner : {QPoint(-50, -50), screen.topLeft(), screen.topRight(),
                                      screen.bottomLeft(), screen.bottomRight()}) {

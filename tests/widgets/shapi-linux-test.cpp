@@ -13,10 +13,9 @@ using Items = QVector<quint32>;
 int openSockets()
 {
     int sockets = 0;
-    const QFileInfoList files =
-        QDir(QStringLiteral("/proc/self/fd")).entryInfoList(QDir::Files | QDir::System);
+    const QFileInfoList files = QDir("/proc/self/fd").entryInfoList(QDir::Files | QDir::System);
     for (const QFileInfo &file : files)
-        sockets += file.symLinkTarget().contains(QLatin1String("socket:"));
+        sockets += file.symLinkTarget().contains("socket:");
     return sockets;
 }
 

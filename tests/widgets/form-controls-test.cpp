@@ -1,0 +1,203 @@
+#include <kovakit-qt/kovakit-qt.h>
+
+#include "support/test-host.h"
+#include "support/user-input.h"
+
+#include <QtTest>
+#include <QtWidgets>
+
+namespace {
+
+// Design pixels on the display that the test's environment asks for.
+int scaled(int designPixels)
+{
+    return designPixels * qEnvironmentVariableIntValue("QT_FONT_DPI") / 96;
+}
+
+int rightOf(const QWidget *widget)
+{
+    return widget->geometry().right() + 1;
+}
+
+} // namespace
+
+// What forms are made of: line edits with labels, labels by themselves, the bar at the foot.
+class FormControlsTest : public QObject
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void initTestCase() { setUpHost(); }
+    void lineEditLaysOutARow();
+    void lineEditValidatesWhenAsked();
+    void errorComesAndGoes();
+    void errorIsTold();
+    void labelsLeadIntoTheField();
+    void labelGrowsAndShrinksWithItsText();
+    void labelKeepsItsMinimumHeight();
+    void footbarKeepsItsGroupsApart();
+};
+
+void FormControlsTest::lineEditLaysOutARow()
+{
+    KovaLineEdit edit;
+    edit.getPreLabel()->setText("Port");
+    edit.getPostLabel()->setText("TCP");
+    edit.show();
+    QCOMPARE(edit.getPreLabel()->x(), 0);
+    QCOMPARE(edit.getLineEdit()->x(), rightOf(edit.getPreLabel()));
+    QCOMPARE(edit.getPostLabel()->x(), rightOf(edit.getLineEdit()));
+
+    edit.setMargins(5, 3, 7, 9);
+    edit.setSpacing(3);
+    edit.adjustSize();
+    QCOMPARE(edit.getPreLabel()->x(), scaled(5));
+    QCOMPARE(edit.getLineEdit()->x(), rightOf(edit.getPreLabel()) + scaled(3));
+    QCOMPARE(edit.width(), rightOf(edit.getPostLabel()) + scaled(7));
+    QCOMPARE(edit.layout()->contentsMargins().bottom(), scaled(9));
+}
+
+void FormControlsTest::lineEditValidatesWhenAsked()
+{
+    KovaLineEdit edit;
+    QVERIFY(edit.validate());
+    edit.setValidator([](const QString &text) { return text.toInt() > 0; });
+    QVERIFY(!edit.validate());
+    QVERIFY(!edit.getLineEdit()->property("error").isValid());
+    edit.getLineEdit()->setText("8080");
+    QVERIFY(edit.validate());
+    edit.getLineEdit()->setText("http");
+    QVERIFY(!edit.validate());
+    edit.setValidator(nullptr);
+    QVERIFY(edit.validate());
+}
+
+void FormControlsTest::errorComesAndGoes()
+{
+    KovaLineEdit edit;
+    showActive(&edit);
+    const QImage right = edit.grab().toImage();
+    edit.setError(true);
+    const QImage wrong = edit.grab().toImage();
+    QVERIFY(right != wrong);
+    edit.setError(false);
+    QCOMPARE(edit.grab().toImage(), right);
+    QCOMPARE(edit.getLineEdit()->property("error"), QVariant(false));
+    edit.setError(true);
+    QCOMPARE(edit.grab().toImage(), wrong);
+}
+
+void FormControlsTest::errorIsTold()
+{
+    KovaLineEdit edit;
+    QLineEdit *field = edit.getLineEdit();
+    const auto description = [field] { return spoken(field, QAccessible::Description); };
+    edit.setError(true);
+    edit.setError(true);
+    QCOMPARE(description(), "⚠");
+    edit.setError(false);
+    QCOMPARE(description(), "");
+
+    field->setAccessibleDescription("From 1 to 65535");
+    edit.setError(true);
+    QCOMPARE(description(), "⚠ From 1 to 65535");
+    edit.setError(false);
+    QCOMPARE(description(), "From 1 to 65535");
+
+    edit.setError(true);
+    field->setAccessibleDescription("The owner's new words");
+    edit.setError(false);
+    QCOMPARE(description(), "The owner's new words");
+}
+
+void FormControlsTest::labelsLeadIntoTheField()
+{
+    QWidget window;
+    QVBoxLayout layout(&window);
+    KovaLineEdit first(&window);
+    KovaLineEdit second(&window);
+    first.getPreLabel()->setText("&Host");
+    second.getPostLabel()->setText("to &port");
+    layout.addWidget(&first);
+    layout.addWidget(&second);
+    showActive(&window);
+
+    second.setFocus();
+    QCOMPARE(window.focusWidget(), second.getLineEdit());
+    press(&window, Qt::Key_H, Qt::AltModifier);
+    QCOMPARE(window.focusWidget(), first.getLineEdit());
+    press(&window, Qt::Key_P, Qt::AltModifier);
+    press(&window, Qt::Key_4);
+    QCOMPARE(second.getEditText(), "4");
+    press(&window, Qt::Key_Tab);
+    QCOMPARE(window.focusWidget(), first.getLineEdit());
+
+    // A label with something to say names the field.
+    QCOMPARE(spoken(second.getLineEdit()), "to port");
+    second.getPreLabel()->setText("&Connect");
+    QTRY_COMPARE(spoken(second.getLineEdit()), "Connect");
+}
+
+void FormControlsTest::labelGrowsAndShrinksWithItsText()
+{
+    KovaLabel label(QString("word ").repeated(30));
+    label.setWordWrap(true);
+    label.setSizePolicy(QSizePolicy::Preferred, QSizePolicy::Minimum);
+    label.resize(150, 10);
+    label.show();
+    const int narrow = label.minimumHeight();
+    QVERIFY(narrow >= 4 * label.fontMetrics().height());
+    label.resize(400, label.height());
+    QVERIFY(label.minimumHeight() < narrow);
+    QVERIFY(label.minimumHeight() >= 2 * label.fontMetrics().height());
+    label.resize(150, label.height());
+    QCOMPARE(label.minimumHeight(), narrow);
+}
+
+void FormControlsTest::labelKeepsItsMinimumHeight()
+{
+    const QPair<bool, QSizePolicy::Policy> settings[] = {{false, QSizePolicy::Minimum},
+                                                         {true, QSizePolicy::MinimumExpanding},
+                                                         {true, QSizePolicy::Preferred}};
+    for (const auto &[wraps, policy] : settings) {
+        KovaLabel label(QString("word ").repeated(30));
+        label.setWordWrap(wraps);
+        label.setSizePolicy(QSizePolicy::Preferred, policy);
+        label.setMinimumHeight(7);
+        label.show();
+        label.resize(90, 40);
+        QCOMPARE(label.minimumHeight(), 7);
+    }
+}
+
+void FormControlsTest::footbarKeepsItsGroupsApart()
+{
+    KovaFootbar bar;
+    auto *help = new KovaButton("Help", KovaButton::Standard);
+    auto *files = new QLabel("3 files");
+    auto *gone = new QWidget;
+    auto *ok = new KovaButton("OK", KovaButton::Apply);
+    auto *cancel = new KovaButton("Cancel", KovaButton::Cancel);
+    for (QWidget *widget : std::initializer_list<QWidget *>{help, files})
+        bar.pushLeftWidget(widget);
+    for (QWidget *widget : {gone, static_cast<QWidget *>(ok), static_cast<QWidget *>(cancel)})
+        bar.pushRightWidget(widget);
+    delete gone;
+    bar.init();
+    bar.resize(scaled(600), bar.sizeHint().height());
+    bar.show();
+
+    QCOMPARE(help->pos(), QPoint(scaled(20), scaled(8)));
+    QCOMPARE(files->x(), rightOf(help) + scaled(10));
+    QCOMPARE(files->geometry().center().y(), help->geometry().center().y());
+    QCOMPARE(ok->geometry().right() + 1 + scaled(10), cancel->x());
+    QCOMPARE(rightOf(cancel), bar.width() - scaled(20));
+
+    bar.setMargins(1, 2, 3, 4);
+    bar.setSpacing(5);
+    QCOMPARE(bar.layout()->contentsMargins(), QMargins(scaled(1), scaled(2), scaled(3), scaled(4)));
+    QCOMPARE(bar.layout()->spacing(), scaled(5));
+}
+
+QTEST_MAIN(FormControlsTest)
+#include "form-controls-test.moc"

@@ -109,7 +109,7 @@ void StyleManagerTest::replacesFolders()
 {
     const ImageManager *images = ImageManager::getInstance();
     QCOMPARE(load("== f ==\nTMPIMG_LOC IMG_LOC img_loc", "f"),
-             "\n%1 %2 img_loc".arg(images->getTempImageFolder(), images->getImageFolder()));
+             "\n" + images->getTempImageFolder() + " " + images->getImageFolder() + " img_loc");
 }
 
 void StyleManagerTest::laterDefinitionsWin()

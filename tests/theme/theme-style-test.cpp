@@ -13,8 +13,8 @@ QString styleText(const QString &key)
 {
     QString text = getStyleSheet(key, false);
     if (key == "component.combobox")
-        text = text.arg("padding-left: %1px; \npadding-right: %1px;".arg(
-                            QString::number(6 * DPIinfo::getInstance()->getDPI(), 'g', 6)))
+        text = text.arg(QString("padding-left: %1px; \npadding-right: %1px;")
+                            .arg(QString::number(6 * DPIinfo::getInstance()->getDPI(), 'g', 6)))
                    .arg("border: 1px solid #C8D2DC;");
     return text;
 }

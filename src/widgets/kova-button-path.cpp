@@ -99,6 +99,8 @@ void KovaButtonPath::refresh(QString path)
 {
     m_visibleWidth = horizontalScrollBar()->pageStep();
     const int focused = focusedColumn();
+    // Qt asks the X server for the pointer at each widget that comes or goes while on show.
+    viewport()->hide();
     m_menu->close();
     m_changeFolderBtn->hide();
     m_menu->clear();
@@ -119,6 +121,7 @@ void KovaButtonPath::refresh(QString path)
         addNameButton(folder, nameStyle, kovaPx(metrics.horizontalAdvance(folder) + 16));
     }
     fillRow();
+    viewport()->show();
     if (focused >= 0 && !m_buttons.isEmpty())
         m_buttons.at(qMin(focused, m_buttons.size() - 1))->setFocus();
     updateColumnSize();

@@ -15,22 +15,11 @@ constexpr int patience = 40000;
 constexpr int patience = 8000;
 #endif
 
-constexpr int fuzzMilliseconds = 15000;
+constexpr int fuzzMilliseconds = 8000;
 
 QString times(int count, const char *text)
 {
-    return QString::fromLatin1(text).repeated(count);
-}
-
-// Milliseconds until all of the text has been laid out and its first page painted.
-qint64 show(HtmlTextBrowser &browser, const QString &text)
-{
-    QElapsedTimer timer;
-    timer.start();
-    browser.setText(text);
-    browser.document()->documentLayout()->documentSize();
-    browser.grab();
-    return timer.elapsed();
+    return QString(text).repeated(count);
 }
 
 } // namespace
@@ -46,11 +35,13 @@ private Q_SLOTS:
     void laysOutOrdinaryText_data();
     void laysOutOrdinaryText();
     void cutsAndBreaksPlainText();
-    void scansInLinearTime_data();
     void scansInLinearTime();
     void survivesAnything();
 
 private:
+    // Milliseconds until all of the text has been laid out and its first page painted.
+    qint64 show(const QString &text);
+
     HtmlTextBrowser m_browser{nullptr};
 };
 
@@ -61,62 +52,72 @@ void HtmlTextLimitsTest::initTestCase()
     m_browser.show();
 }
 
+qint64 HtmlTextLimitsTest::show(const QString &text)
+{
+    QElapsedTimer timer;
+    timer.start();
+    m_browser.setText(text);
+    m_browser.document()->documentLayout()->documentSize();
+    m_browser.grab();
+    return timer.elapsed();
+}
+
 void HtmlTextLimitsTest::showsExcessPlain_data()
 {
     QTest::addColumn<QString>("text");
-    QTest::newRow("tables") << times(1000, "<table><tr><td>x") + times(1000, "</td></tr></table>");
-    QTest::newRow("eleven tables") << times(11, "<TABLE border=1><tr><td>x");
-    QTest::newRow("long word") << "<p>" + times(1000000, "a") + "</p>";
-    QTest::newRow("long word in pieces") << "<p>" + times(50000, "<b>a</b>");
-    for (const char *name :
+    const auto row = [](const char *name, const QString &text) { QTest::newRow(name) << text; };
+    row("tables", times(1000, "<table><tr><td>x") + times(1000, "</td></tr></table>"));
+    row("eleven tables", times(11, "<TABLE border=1><tr><td>x"));
+    row("long word", "<p>" + times(1000000, "a") + "</p>");
+    row("long word in pieces", "<p>" + times(50000, "<b>a</b>"));
+    for (const char *tag :
          {"<b>", "<div>", "<ul><li>", "<li><p>", "<h1>", "<unknown>", "<title>", "<option>",
           "< b a=\"</b>\">", "<b a='</b>'>", "<b></i>", "<b a=c\"><b d=\">"})
-        QTest::newRow(name) << times(100000, name) + "text";
-    QTest::newRow("columns") << "<table><tr>" + times(1000, "<td COLSPAN='20480'>x</td>");
-    QTest::newRow("pictures in a row") << "<p>" + times(20000, "<img src=\"a\">");
-    QTest::newRow("list items") << "<ul>" + times(30000, "<li>item</li>");
-    QTest::newRow("style rules") << "<style>" + times(5000, ".a b { color: red }") + "</style>"
-                                        + times(20000, "<p class=a>x</p>");
-    QTest::newRow("imports") << "<style>" + times(50, "@import url(a);") + "</style>"
-                                    + times(20000, "<p>x</p>");
-    QTest::newRow("too long") << times(400000, "<p>word</p> ");
+        row(tag, times(100000, tag) + "text");
+    row("columns", "<table><tr>" + times(1000, "<td COLSPAN='20480'>x</td>"));
+    row("pictures in a row", "<p>" + times(20000, "<img src=\"a\">"));
+    row("list items", "<ul>" + times(30000, "<li>item</li>"));
+    row("style rules", "<style>" + times(5000, ".a b { color: red }") + "</style>"
+                           + times(20000, "<p class=a>x</p>"));
+    row("imports",
+        "<style>" + times(50, "@import url(a);") + "</style>" + times(20000, "<p>x</p>"));
+    row("too long", times(400000, "<p>word</p> "));
 }
 
 void HtmlTextLimitsTest::showsExcessPlain()
 {
     QFETCH(QString, text);
-    QVERIFY(show(m_browser, text) < patience);
-    QVERIFY2(m_browser.toPlainText().contains(QLatin1Char('<')), "the tags do not show");
+    QVERIFY(show(text) < patience);
+    QVERIFY2(m_browser.toPlainText().contains('<'), "the tags do not show");
 }
 
 void HtmlTextLimitsTest::laysOutOrdinaryText_data()
 {
     QTest::addColumn<QString>("text");
-    QTest::newRow("sloppy paragraphs") << times(10000, "<p>some text with <br> a break");
-    QTest::newRow("sloppy list") << "<ul>" + times(2000, "<li>item");
-    QTest::newRow("sloppy table") << "<table>" + times(3000, "<tr><td>one<td>two");
-    QTest::newRow("definitions") << "<dl>" + times(5000, "<dt>name<dd>meaning");
-    QTest::newRow("ten tables") << times(10, "<table><tr><td>x") + times(10, "</td></tr></table>");
-    QTest::newRow("tables after each other")
-        << times(300, "<table><tr><td colspan=\"2\">x</td></tr></table>");
-    QTest::newRow("Japanese") << "<p>" + QString(20000, QChar(0x3042));
-    QTest::newRow("comment and script") << "<p><!-- " + times(20000, "<b>") + "--> text</p>";
+    const auto row = [](const char *name, const QString &text) { QTest::newRow(name) << text; };
+    row("sloppy paragraphs", times(10000, "<p>some text with <br> a break"));
+    row("sloppy list", "<ul>" + times(2000, "<li>item"));
+    row("sloppy table", "<table>" + times(3000, "<tr><td>one<td>two"));
+    row("definitions", "<dl>" + times(5000, "<dt>name<dd>meaning"));
+    row("ten tables", times(10, "<table><tr><td>x") + times(10, "</td></tr></table>"));
+    row("tables in a row", times(300, "<table><tr><td colspan=\"2\">x</td></tr></table>"));
+    row("Japanese", "<p>" + times(20000, "あ"));
+    row("comment and script", "<p><!-- " + times(20000, "<b>") + "--> text</p>");
 }
 
 void HtmlTextLimitsTest::laysOutOrdinaryText()
 {
     QFETCH(QString, text);
-    QVERIFY(show(m_browser, text) < patience);
-    QVERIFY2(!m_browser.toPlainText().contains(QLatin1Char('<')), "the tags show");
+    QVERIFY(show(text) < patience);
+    QVERIFY2(!m_browser.toPlainText().contains('<'), "the tags show");
 }
 
 void HtmlTextLimitsTest::cutsAndBreaksPlainText()
 {
-    QVERIFY(show(m_browser, times(3000000, "a")) < patience);
+    QVERIFY(show(times(3000000, "a")) < patience);
     QVERIFY(m_browser.toPlainText().size() <= 500001);
-    QVERIFY(m_browser.toPlainText().endsWith(QChar(0x2026)));
-    const QStringList lines = m_browser.toPlainText().split(QLatin1Char('\n'));
-    for (const QString &line : lines)
+    QVERIFY(m_browser.toPlainText().endsWith("…"));
+    for (const QString &line : m_browser.toPlainText().split('\n'))
         QVERIFY(line.size() <= 5001);
 
     const QString ordinary = times(1000, "just text, 1 > 0 & more\n");
@@ -124,65 +125,55 @@ void HtmlTextLimitsTest::cutsAndBreaksPlainText()
     QCOMPARE(m_browser.toPlainText(), ordinary);
 }
 
-void HtmlTextLimitsTest::scansInLinearTime_data()
-{
-    QTest::addColumn<QString>("text");
-    const QString base = "<html><base href=\"http://127.0.0.1:1/\">";
-    QTest::newRow("pictures without an end") << base + times(2000000, "<img ");
-    QTest::newRow("sources without an end") << base + times(1000000, "<img src=");
-    QTest::newRow("bases without an end") << times(800000, "<base href=");
-    QTest::newRow("quotes") << base + "<img " + times(10000000, "\"");
-    QTest::newRow("open angles") << base + times(10000000, "<");
-}
-
 void HtmlTextLimitsTest::scansInLinearTime()
 {
-    QFETCH(QString, text);
-    const QString page = text.left(490000);
-    QElapsedTimer timer;
-    timer.start();
-    m_browser.setText(page);
-    m_browser.setText(text);
-    m_browser.setText(QString());
-    QVERIFY(timer.elapsed() < patience / 2);
+    const QString base = "<html><base href=\"http://127.0.0.1:1/\">";
+    for (const QString &text :
+         {base + times(2000000, "<img "), base + times(1000000, "<img src="),
+          times(800000, "<base href="), base + "<img " + times(10000000, "\""),
+          base + times(10000000, "<")}) {
+        QElapsedTimer timer;
+        timer.start();
+        // Once within the limit of what is scanned at all.
+        m_browser.setText(text.left(490000));
+        m_browser.setText(text);
+        m_browser.setText(QString());
+        QVERIFY2(timer.elapsed() < patience / 2, qPrintable(text.left(60)));
+    }
 }
 
 void HtmlTextLimitsTest::survivesAnything()
 {
-    const QStringList pieces = {
-        "<base href=\"http://127.0.0.1:1/",
-        "<img src=\"",
-        "<img",
-        "src=\"",
-        "\"",
-        "'",
-        ">",
-        "<",
-        "/",
-        "../image/",
-        "<table><tr>",
-        "</table>",
-        "<td colspan=99999>",
-        "<!--",
-        "-->",
-        "&",
-        "&#1114112;",
-        "<b>",
-        "</b>",
-        "<p>",
-        "<style>p { background: url(x) }",
-        "</style>",
-        "data:image/png;base64,AAAA",
-        QString(QChar::Null),
-        QString(QChar(0xD800)),
-        QString(QChar(0xDC00)),
-        QString(QChar(0xFFFF)),
-        " ",
-        "wörd",
-        "<img width=9 height=0 src=\"file:///etc/passwd\">",
-        "<body background=\"a.png\">",
-        "<link rel=stylesheet href=\"s.css\">",
-    };
+    QStringList pieces = {QString(QChar::Null), QChar(0xD800), QChar(0xDC00), QChar(0xFFFF)};
+    for (const char *piece : {"<base href=\"http://127.0.0.1:1/",
+                              "<img src=\"",
+                              "<img",
+                              "src=\"",
+                              "\"",
+                              "'",
+                              ">",
+                              "<",
+                              "/",
+                              "../image/",
+                              "<table><tr>",
+                              "</table>",
+                              "<td colspan=99999>",
+                              "<!--",
+                              "-->",
+                              "&",
+                              "&#1114112;",
+                              "<b>",
+                              "</b>",
+                              "<p>",
+                              "<style>p { background: url(x) }",
+                              "</style>",
+                              "data:image/png;base64,AAAA",
+                              " ",
+                              "wörd",
+                              "<img width=9 height=0 src=\"file:///etc/passwd\">",
+                              "<body background=\"a.png\">",
+                              "<link rel=stylesheet href=\"s.css\">"})
+        pieces.append(piece);
     std::mt19937 random(20240501);
     QElapsedTimer timer;
     timer.start();
@@ -190,7 +181,7 @@ void HtmlTextLimitsTest::survivesAnything()
         QString text = "<p>";
         for (unsigned i = random() % 60; i > 0; --i)
             text += pieces.at(int(random() % unsigned(pieces.size())));
-        QVERIFY2(show(m_browser, text) < patience, qPrintable(text));
+        QVERIFY2(show(text) < patience, qPrintable(text));
         if (round % 10 == 0)
             QCoreApplication::processEvents();
     }

@@ -1,24 +1,10 @@
 #include <kovakit-qt/kovakit-qt.h>
 
 #include "support/test-host.h"
+#include "support/user-input.h"
 
-#include <QCalendarWidget>
-#include <QLineEdit>
-#include <QPushButton>
-#include <QScreen>
-#include <QSpinBox>
-#include <QTableView>
-#include <QToolButton>
-#include <QVBoxLayout>
 #include <QtTest>
-
-#include <memory>
-
-namespace {
-
-const QString placeholder = QStringLiteral("Choose a date");
-
-} // namespace
+#include <QtWidgets>
 
 class KovaDateSelectorTest : public QObject
 {
@@ -27,19 +13,15 @@ class KovaDateSelectorTest : public QObject
 private Q_SLOTS:
     void initTestCase() { setUpHost(); }
     void init();
-    void cleanup();
-    void showsThePlaceholderAtFirst();
+    void cleanup() { delete m_window; }
     void showsWhatIsChosen();
     void choosesByMouse();
     void choosesByKeyboard();
-    void closesByKeyboard();
+    void closesWithoutChoosing();
     void clicksBesideTheDaysKeepItOpen();
-    void clickOutsideClosesIt();
     void opensFullyAtEveryEdge_data();
     void opensFullyAtEveryEdge();
-    void isAsWideAsTheCalendar();
     void yearEditDoesNotOutliveThePopup();
-    void rangesLimitEachOther();
     void survivesAnyDates();
     void survivesItsEndWhileOpen();
 
@@ -49,12 +31,12 @@ private:
     void open();
     void settle() const;
     void press(int key, Qt::KeyboardModifiers modifiers = {});
-    void click(QWidget *widget, const QPoint &position);
-    QPoint dayInFirstFullRow(int column) const;
-    template<class Part>
-    Part *part(const char *name) const
+    void clickOn(const QWidget *widget, const QPoint &position);
+    void clickOnDay(int column);
+    template<class Part = QToolButton>
+    Part *part(const QString &name) const
     {
-        return popup()->findChild<Part *>(QLatin1String("qt_calendar_") + QLatin1String(name));
+        return popup()->findChild<Part *>("qt_calendar_" + name);
     }
 
     QWidget *m_window = nullptr;
@@ -67,18 +49,12 @@ void KovaDateSelectorTest::init()
     m_window = new QWidget;
     auto *layout = new QVBoxLayout(m_window);
     m_other = new QLineEdit;
-    m_box = new KovaDateSelector(placeholder, m_window);
+    m_box = new KovaDateSelector("Choose a date", m_window);
     layout->addWidget(m_box);
     layout->addStretch();
     layout->addWidget(m_other);
-    m_window->show();
-    QVERIFY(QTest::qWaitForWindowActive(m_window));
+    showActive(m_window);
     m_box->setFocus();
-}
-
-void KovaDateSelectorTest::cleanup()
-{
-    delete m_window;
 }
 
 // Nobody closes a popup before it can be seen; the window system complains when a test does.
@@ -96,49 +72,38 @@ void KovaDateSelectorTest::open()
 
 void KovaDateSelectorTest::press(int key, Qt::KeyboardModifiers modifiers)
 {
-    const QWidget *window = isOpen() ? popup() : m_window;
-    QTest::keyClick(window->windowHandle(), Qt::Key(key), modifiers);
+    ::press(isOpen() ? popup() : m_window, key, modifiers);
     settle();
 }
 
-void KovaDateSelectorTest::click(QWidget *widget, const QPoint &position)
+void KovaDateSelectorTest::clickOn(const QWidget *widget, const QPoint &position)
 {
-    QTest::mouseClick(widget->window()->windowHandle(), Qt::LeftButton, {},
-                      widget->mapTo(widget->window(), position));
+    click(widget, position);
     settle();
 }
 
-// The middle of a cell in the third row, which is always in the month that is shown.
-QPoint KovaDateSelectorTest::dayInFirstFullRow(int column) const
+// A day of the third week, which is always in the month that is shown.
+void KovaDateSelectorTest::clickOnDay(int column)
 {
     const auto *days = part<QTableView>("calendarview");
-    return days->visualRect(days->model()->index(2, column)).center();
-}
-
-void KovaDateSelectorTest::showsThePlaceholderAtFirst()
-{
-    QCOMPARE(m_box->currentText(), placeholder);
-    QCOMPARE(m_box->count(), 1);
-    QCOMPARE(m_box->currentData(), QVariant(QDate()));
-    QCOMPARE(m_box->height(), kovaPx(32));
-    QCOMPARE(m_box->view(), m_box->getCalendarView());
-    QCOMPARE(m_box->styleSheet(), getStyleSheet("component.date_selector", false)
-                                      + getStyleSheet("component.menu", false));
+    clickOn(days->viewport(), days->visualRect(days->model()->index(2, column)).center());
 }
 
 void KovaDateSelectorTest::showsWhatIsChosen()
 {
+    QCOMPARE(m_box->currentText(), "Choose a date");
+    QCOMPARE(m_box->currentData(), QVariant(QDate()));
+    QCOMPARE(m_box->view(), m_box->getCalendarView());
+    QCOMPARE(m_box->height(), kovaPx(32));
+
     QList<QPair<int, QDate>> changes;
     connect(m_box, QOverload<int>::of(&QComboBox::currentIndexChanged), this, [&](int index) {
         changes.append({index, m_box->currentData().toDate()});
     });
     m_box->dateSelect(QDate(2023, 3, 5));
-    QCOMPARE(m_box->currentText(), QStringLiteral("2023-03-05"));
+    QCOMPARE(m_box->currentText(), "2023-03-05");
     QCOMPARE(changes, (QList<QPair<int, QDate>>{{-1, QDate()}, {0, QDate(2023, 3, 5)}}));
-    const auto *calendar = popup()->findChild<QCalendarWidget *>();
-    QCOMPARE(calendar->yearShown(), 2023);
-    QCOMPARE(calendar->monthShown(), 3);
-    QCOMPARE(m_box->count(), 1);
+    QCOMPARE(part("monthbutton")->text() + part("yearbutton")->text(), "March2023");
 
     // What the field shows is what Return chooses when the calendar is opened.
     open();
@@ -148,32 +113,29 @@ void KovaDateSelectorTest::showsWhatIsChosen()
     open();
     m_box->dateSelect(QDate());
     QVERIFY(isOpen());
-    QCOMPARE(m_box->currentText(), placeholder);
-    QCOMPARE(m_box->currentData(), QVariant(QDate()));
-    QCOMPARE(calendar->yearShown(), 2023);
+    QCOMPARE(m_box->currentText(), "Choose a date");
+    QCOMPARE(part("yearbutton")->text(), "2023");
     m_box->hidePopup();
 
     m_box->dateSelect(QDate(2023, 3, 5));
     m_box->clearDate();
-    QCOMPARE(m_box->currentText(), placeholder);
+    QCOMPARE(m_box->currentText(), "Choose a date");
     QVERIFY(m_box->currentData().toDate().isNull());
-    QCOMPARE(calendar->yearShown(), QDate::currentDate().year());
-    QCOMPARE(calendar->monthShown(), QDate::currentDate().month());
+    QCOMPARE(part("yearbutton")->text(), QString::number(QDate::currentDate().year()));
 }
 
 void KovaDateSelectorTest::choosesByMouse()
 {
     m_other->setFocus();
     m_box->getCalendarView()->setCurrentPage(2024, 9); // begins on a Sunday
-    click(m_box, m_box->rect().center());
-    QVERIFY(isOpen());
-    click(part<QTableView>("calendarview")->viewport(), dayInFirstFullRow(2));
+    clickOn(m_box, m_box->rect().center());
+    clickOnDay(2);
     QVERIFY(!isOpen());
-    QCOMPARE(m_box->currentText(), QStringLiteral("2024-09-10"));
+    QCOMPARE(m_box->currentText(), "2024-09-10");
     QCOMPARE(QApplication::focusWidget(), m_box);
 
-    click(m_box, m_box->rect().center());
-    click(part<QPushButton>("today_button"), QPoint(5, 5));
+    clickOn(m_box, m_box->rect().center());
+    clickOn(part<QPushButton>("today_button"), QPoint(5, 5));
     QVERIFY(!isOpen());
     QCOMPARE(m_box->currentData().toDate(), QDate::currentDate());
 }
@@ -181,14 +143,10 @@ void KovaDateSelectorTest::choosesByMouse()
 void KovaDateSelectorTest::choosesByKeyboard()
 {
     m_box->dateSelect(QDate(2024, 2, 28));
-    struct Opener
-    {
-        int key;
-        Qt::KeyboardModifiers modifiers;
-    };
-    for (const Opener &opener : {Opener{Qt::Key_F4, {}}, Opener{Qt::Key_Space, {}},
-                                 Opener{Qt::Key_Down, Qt::AltModifier}}) {
-        press(opener.key, opener.modifiers);
+    const QPair<int, Qt::KeyboardModifiers> openers[] = {
+        {Qt::Key_F4, {}}, {Qt::Key_Space, {}}, {Qt::Key_Down, Qt::AltModifier}};
+    for (const auto &opener : openers) {
+        press(opener.first, opener.second);
         QVERIFY(isOpen());
         QCOMPARE(QApplication::focusWidget(), part<QTableView>("calendarview"));
         press(Qt::Key_Right);
@@ -196,53 +154,52 @@ void KovaDateSelectorTest::choosesByKeyboard()
         QVERIFY(!isOpen());
         QCOMPARE(QApplication::focusWidget(), m_box);
     }
-    QCOMPARE(m_box->currentText(), QStringLiteral("2024-03-02"));
+    QCOMPARE(m_box->currentText(), "2024-03-02");
 
     // Month, year and today from inside the popup.
     press(Qt::Key_F4);
-    part<QToolButton>("nextmonth")->setFocus();
+    part("nextmonth")->setFocus();
     press(Qt::Key_Return);
-    QVERIFY(isOpen());
-    part<QToolButton>("yearbutton")->setFocus();
-    press(Qt::Key_Space);
-    press(Qt::Key_Up);
-    press(Qt::Key_Return);
+    part("yearbutton")->setFocus();
+    for (int key : {Qt::Key_Space, Qt::Key_Up, Qt::Key_Return})
+        press(key);
     QVERIFY(isOpen());
     press(Qt::Key_Return);
-    QCOMPARE(m_box->currentText(), QStringLiteral("2025-04-02"));
-    press(Qt::Key_F4);
-    press(Qt::Key_Tab);
-    press(Qt::Key_Return);
+    QCOMPARE(m_box->currentText(), "2025-04-02");
+    for (int key : {Qt::Key_F4, Qt::Key_Tab, Qt::Key_Return})
+        press(key);
     QCOMPARE(m_box->currentData().toDate(), QDate::currentDate());
     QVERIFY(!isOpen());
 }
 
-void KovaDateSelectorTest::closesByKeyboard()
+void KovaDateSelectorTest::closesWithoutChoosing()
 {
-    m_box->dateSelect(QDate(2024, 2, 28));
     for (int closer : {Qt::Key_Escape, Qt::Key_F4}) {
-        press(Qt::Key_F4);
-        press(Qt::Key_Right);
-        press(closer);
+        for (int key : {int(Qt::Key_F4), int(Qt::Key_Right), closer})
+            press(key);
         QVERIFY(!isOpen());
         QCOMPARE(QApplication::focusWidget(), m_box);
     }
-    QCOMPARE(m_box->currentText(), QStringLiteral("2024-02-28"));
-
-    // The first Escape gives up the typing, the second one the choosing.
-    for (const char *typing : {"year", "date"}) {
+    // The first Escape gives up the typing of a year or a date, the second one the choosing.
+    for (const bool year : {true, false}) {
         press(Qt::Key_F4);
-        if (*typing == 'y') {
-            part<QToolButton>("yearbutton")->setFocus();
+        if (year) {
+            part("yearbutton")->setFocus();
             press(Qt::Key_Return);
         }
         press(Qt::Key_2);
         press(Qt::Key_Escape);
-        QVERIFY2(isOpen(), typing);
+        QVERIFY(isOpen());
         press(Qt::Key_Escape);
-        QVERIFY2(!isOpen(), typing);
+        QVERIFY(!isOpen());
     }
-    QCOMPARE(m_box->currentText(), QStringLiteral("2024-02-28"));
+    // A click on something else.
+    m_other->setFocus();
+    open();
+    click(popup(), QPoint(popup()->width() + 20, popup()->height() + 20));
+    QVERIFY(!isOpen());
+    QCOMPARE(m_window->focusWidget(), m_box);
+    QCOMPARE(m_box->currentText(), "Choose a date");
 }
 
 void KovaDateSelectorTest::clicksBesideTheDaysKeepItOpen()
@@ -252,38 +209,27 @@ void KovaDateSelectorTest::clicksBesideTheDaysKeepItOpen()
     view->setMinimumDate(QDate(2024, 9, 20));
     view->setMaximumDate(QDate(2024, 9, 24));
     open();
-    click(part<QTableView>("calendarview")->viewport(), dayInFirstFullRow(1));
-    click(part<QWidget>("weekdayview"), QPoint(10, 10));
-    click(part<QWidget>("navigationbar"),
-          part<QToolButton>("prevmonth")->geometry().topRight() + QPoint(2, 5));
-    click(part<QPushButton>("today_button"), QPoint(5, 5)); // switched off
-    click(view, QPoint(4, 4));
-    click(view, QPoint(20, view->height() - 12));
+    clickOnDay(1);
+    clickOn(part<QWidget>("weekdayview"), QPoint(10, 10));
+    clickOn(part<QWidget>("navigationbar"),
+            part("prevmonth")->geometry().topRight() + QPoint(2, 5));
+    clickOn(part<QPushButton>("today_button"), QPoint(5, 5)); // switched off
+    clickOn(view, QPoint(4, 4));
+    clickOn(view, QPoint(20, view->height() - 12));
     QVERIFY(isOpen());
-    QCOMPARE(m_box->currentText(), placeholder);
+    QCOMPARE(m_box->currentText(), "Choose a date");
     m_box->hidePopup();
-}
-
-void KovaDateSelectorTest::clickOutsideClosesIt()
-{
-    m_other->setFocus();
-    open();
-    QTest::mouseClick(popup()->windowHandle(), Qt::LeftButton, {},
-                      QPoint(popup()->width() + 20, popup()->height() + 20));
-    QVERIFY(!isOpen());
-    QCOMPARE(m_window->focusWidget(), m_box);
-    QCOMPARE(m_box->currentText(), placeholder);
 }
 
 void KovaDateSelectorTest::opensFullyAtEveryEdge_data()
 {
     QTest::addColumn<double>("x");
     QTest::addColumn<double>("y");
-    QTest::addColumn<bool>("mirrored");
+    QTest::addColumn<Qt::LayoutDirection>("direction");
     for (double x : {0.0, 0.5, 1.0}) {
         for (double y : {0.0, 0.5, 1.0}) {
-            for (bool mirrored : {false, true})
-                QTest::addRow("%g %g %d", x, y, int(mirrored)) << x << y << mirrored;
+            for (const auto direction : {Qt::LeftToRight, Qt::RightToLeft})
+                QTest::addRow("%g %g %d", x, y, direction) << x << y << direction;
         }
     }
 }
@@ -292,105 +238,63 @@ void KovaDateSelectorTest::opensFullyAtEveryEdge()
 {
     QFETCH(double, x);
     QFETCH(double, y);
-    QFETCH(bool, mirrored);
+    QFETCH(Qt::LayoutDirection, direction);
     const QRect area = m_window->screen()->availableGeometry();
-    QWidget bare(nullptr, Qt::X11BypassWindowManagerHint);
-    bare.setLayoutDirection(mirrored ? Qt::RightToLeft : Qt::LeftToRight);
-    KovaDateSelector box(placeholder, &bare);
-    box.resize(kovaPx(160), box.height());
-    bare.resize(box.size());
-    bare.move(area.left() + int(x * (area.width() - bare.width())),
-              area.top() + int(y * (area.height() - bare.height())));
-    bare.show();
-    QVERIFY(QTest::qWaitForWindowExposed(&bare));
+    KovaDateSelector box("Choose a date", nullptr);
+    box.setWindowFlag(Qt::X11BypassWindowManagerHint);
+    box.setLayoutDirection(direction);
+    // Wider than the calendar in the middle of the screen, and narrower at its edges.
+    box.resize(kovaPx(x == 0.5 ? 500 : 160), box.height());
+    box.move(area.left() + int(x * (area.width() - box.width())),
+             area.top() + int(y * (area.height() - box.height())));
+    box.show();
+    QVERIFY(QTest::qWaitForWindowExposed(&box));
 
     box.showPopup();
     const QWidget *view = box.getCalendarView();
     const QRect shown = view->window()->geometry();
-    const QRect field(box.mapToGlobal(QPoint()), box.size());
+    const QRect field = box.geometry();
     QVERIFY(QTest::qWaitForWindowExposed(view->window()));
     QCOMPARE(view->window()->geometry(), shown);
     QVERIFY(area.contains(shown));
     QCOMPARE(view->size(), QSize(kovaPx(280), kovaPx(260)));
-    const bool fitsBelow = field.bottom() + shown.height() <= area.bottom();
-    const bool fitsAbove = field.top() - shown.height() >= area.top();
-    if (fitsBelow)
+    QCOMPARE(shown.size(), view->size().grownBy(view->window()->contentsMargins()));
+    if (field.bottom() + shown.height() <= area.bottom())
         QCOMPARE(shown.top(), field.bottom() + 1);
-    else if (fitsAbove)
+    else if (field.top() - shown.height() >= area.top())
         QCOMPARE(shown.bottom(), field.top() - 1);
-    if (x == 0.5)
-        QCOMPARE(mirrored ? shown.right() : shown.left(), mirrored ? field.right() : field.left());
+    if (x == 0.5 && direction == Qt::LeftToRight)
+        QCOMPARE(shown.left(), field.left());
+    else if (x == 0.5)
+        QCOMPARE(shown.right(), field.right());
     box.hidePopup();
-}
-
-void KovaDateSelectorTest::isAsWideAsTheCalendar()
-{
-    m_window->resize(kovaPx(600), kovaPx(200));
-    QTRY_VERIFY(m_box->width() > kovaPx(500));
-    open();
-    QCOMPARE(popup()->width() - m_box->getCalendarView()->width(),
-             popup()->height() - m_box->getCalendarView()->height());
-    const QMargins frame = popup()->contentsMargins();
-    QCOMPARE(popup()->size(), m_box->getCalendarView()->size().grownBy(frame));
-    QCOMPARE(m_box->getCalendarView()->pos(), QPoint(frame.left(), frame.top()));
-    m_box->hidePopup();
 }
 
 void KovaDateSelectorTest::yearEditDoesNotOutliveThePopup()
 {
     open();
-    click(part<QToolButton>("yearbutton"), QPoint(5, 5));
+    clickOn(part("yearbutton"), QPoint(5, 5));
     QVERIFY(part<QSpinBox>("yearedit")->isVisible());
     m_box->hidePopup();
     open();
     QVERIFY(!part<QSpinBox>("yearedit")->isVisible());
-    QVERIFY(part<QToolButton>("yearbutton")->isVisible());
     QCOMPARE(QApplication::focusWidget(), part<QTableView>("calendarview"));
-    open();
     m_box->hidePopup();
-    QCOMPARE(QApplication::focusWidget(), m_box);
-}
-
-void KovaDateSelectorTest::rangesLimitEachOther()
-{
-    KovaDateSelector to(QStringLiteral("to"), m_window);
-    const auto limit = [&] {
-        if (const QDate from = m_box->currentData().toDate(); from.isValid())
-            to.getCalendarView()->setMinimumDate(from);
-        if (const QDate until = to.currentData().toDate(); until.isValid())
-            m_box->getCalendarView()->setMaximumDate(until);
-    };
-    connect(m_box, QOverload<int>::of(&QComboBox::currentIndexChanged), this, limit);
-    connect(&to, QOverload<int>::of(&QComboBox::currentIndexChanged), this, limit);
-    to.dateSelect(QDate(2024, 9, 17));
-    m_box->getCalendarView()->setCurrentPage(2024, 9);
-    open();
-    click(part<QTableView>("calendarview")->viewport(), dayInFirstFullRow(3));
-    QCOMPARE(m_box->currentText(), QStringLiteral("2024-09-11"));
-    const auto *calendar = to.findChild<QCalendarWidget *>();
-    QCOMPARE(calendar->minimumDate(), QDate(2024, 9, 11));
-    QCOMPARE(to.currentText(), QStringLiteral("2024-09-17"));
 }
 
 void KovaDateSelectorTest::survivesAnyDates()
 {
-    KovaCalanderView *view = m_box->getCalendarView();
     for (const QDate &date : {QDate(-5, 3, 1), QDate(12000, 1, 1), QDate(1, 1, 1),
                               QDate(9999, 12, 31), QDate::fromJulianDay(1)}) {
         m_box->dateSelect(date);
         QCOMPARE(m_box->currentData().toDate(), date);
         open();
-        press(Qt::Key_PageUp);
-        press(Qt::Key_PageDown);
-        press(Qt::Key_Return);
+        for (int key : {Qt::Key_PageUp, Qt::Key_PageDown, Qt::Key_Return})
+            press(key);
         QVERIFY(!isOpen());
         QVERIFY(m_box->currentData().toDate().isValid());
     }
-    view->setMinimumDate(QDate(2024, 5, 1));
-    view->setMaximumDate(QDate(2023, 5, 1));
-    open();
-    press(Qt::Key_Return);
-    QCOMPARE(m_box->currentText(), QStringLiteral("2023-05-01"));
+    // Whoever clears the box as any other one takes its placeholder away, no more.
     m_box->clear();
     open();
     QVERIFY(isOpen());
@@ -400,25 +304,25 @@ void KovaDateSelectorTest::survivesAnyDates()
 void KovaDateSelectorTest::survivesItsEndWhileOpen()
 {
     open();
-    click(part<QToolButton>("yearbutton"), QPoint(5, 5));
+    clickOn(part("yearbutton"), QPoint(5, 5));
     delete m_box;
     QVERIFY(!QApplication::activePopupWidget());
 
-    m_box = new KovaDateSelector(placeholder, m_window);
+    m_box = new KovaDateSelector(QString(), m_window);
     m_box->show();
     connect(m_box, QOverload<int>::of(&QComboBox::currentIndexChanged), m_box, [this](int index) {
         if (index == 0)
             m_box->deleteLater();
     });
     open();
+    // The release would come too late for the window.
     QTest::keyPress(popup()->windowHandle(), Qt::Key_Return);
     QTRY_VERIFY(!m_box);
 
-    auto box = std::make_unique<KovaDateSelector>(placeholder, nullptr);
-    box->show();
-    box->showPopup();
-    box->close();
-    box.reset();
+    KovaDateSelector box(QString(), nullptr);
+    box.show();
+    box.showPopup();
+    box.close();
 }
 
 QTEST_MAIN(KovaDateSelectorTest)

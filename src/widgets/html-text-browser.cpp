@@ -3,6 +3,7 @@
 #include "html-download-queue_p.h"
 #include "html-limits_p.h"
 #include "html-pictures_p.h"
+#include "html-reading-place_p.h"
 #include "html-scan_p.h"
 
 #include <QAbstractTextDocumentLayout>
@@ -135,13 +136,14 @@ void HtmlTextBrowser::showPicturesAnew()
     const QSet<QString> files = std::exchange(m_arrivedFiles, {});
     if (!m_pictures->refresh(document(), files, searchPaths()))
         return;
-    const int x = horizontalScrollBar()->value();
-    const int y = verticalScrollBar()->value();
+    const QPoint scrolled(horizontalScrollBar()->value(), verticalScrollBar()->value());
+    const HtmlReadingPlace place(document(), QRect(scrolled, viewport()->size()));
     document()->markContentsDirty(0, document()->characterCount());
     // Lays out to the end, so that the scroll bars have their ranges again.
     document()->documentLayout()->documentSize();
-    horizontalScrollBar()->setValue(x);
-    verticalScrollBar()->setValue(y);
+    horizontalScrollBar()->setValue(scrolled.x());
+    // At the top a reader has not begun to read.
+    verticalScrollBar()->setValue(scrolled.y() > 0 ? scrolled.y() + qRound(place.shift()) : 0);
     viewport()->update();
 }
 

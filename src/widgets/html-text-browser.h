@@ -77,9 +77,10 @@ public Q_SLOTS:
     void slotDownloadFinished(QString url, int result);
 
     /**
-     * Reads the pictures of the text again, shows them at their natural size, and keeps the scroll
-     * position and the selection. Calls within 40 ms are answered together; after downloads only
-     * their pictures are read.
+     * Reads the pictures of the text again and shows them at their natural size. The text that is
+     * being read stays where it is in the window, also when pictures above it grow; a page that is
+     * not scrolled down stays at its top, and the selection is kept. Calls within 40 ms are
+     * answered together; after downloads only their pictures are read.
      *
      * A text that came from a source, by setSource() or a link, is loaded again as QTextBrowser
      * does it.

@@ -5,7 +5,6 @@
 #include <kovakit-qt/widgets/html-text-browser.h>
 
 #include <QAbstractTextDocumentLayout>
-#include <QScrollBar>
 #include <QtTest>
 
 #include <sys/stat.h>
@@ -48,7 +47,6 @@ private Q_SLOTS:
     void downloadsEachSourceOnce();
     void findsWhatIsSpelledOtherwise();
     void showsWhatArrives();
-    void keepsThePlace();
     void gathersArrivals();
     void limitsDownloadsAndKeepsTheirOrder();
     void showsTheNewTextFirst();
@@ -169,30 +167,6 @@ void HtmlTextBrowserTest::showsWhatArrives()
     m_server->answer(pathOf(1), "this is no picture");
     m_browser->setText(base() + pictures(1, 1));
     QTRY_COMPARE(shownSize(name), m_placeholder);
-}
-
-void HtmlTextBrowserTest::keepsThePlace()
-{
-    m_server->hold();
-    answerPictures(4, {300, 500});
-    const QString lines = QString("<p>word and word</p>").repeated(100);
-    m_browser->setText(base() + lines + pictures(0, 2) + lines + pictures(2, 2));
-    m_browser->grab();
-    QCoreApplication::processEvents();
-    QTextCursor cursor = m_browser->textCursor();
-    cursor.setPosition(30);
-    cursor.setPosition(90, QTextCursor::KeepAnchor);
-    m_browser->setTextCursor(cursor);
-    QScrollBar *bar = m_browser->verticalScrollBar();
-    const int before = bar->maximum();
-    bar->setValue(before - 300);
-
-    QTRY_COMPARE(m_server->openRequests(), 4);
-    m_server->release(4);
-    QTRY_VERIFY(bar->maximum() >= before + 4 * 450);
-    QCOMPARE(bar->value(), before - 300);
-    QCOMPARE(m_browser->textCursor(), cursor);
-    QCOMPARE(m_browser->searchPaths(), QStringList(pictureFolder()));
 }
 
 void HtmlTextBrowserTest::gathersArrivals()

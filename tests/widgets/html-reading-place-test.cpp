@@ -1,0 +1,179 @@
+#include "support/http-server.h"
+#include "support/pictures.h"
+#include "support/test-host.h"
+
+#include <kovakit-qt/widgets/html-text-browser.h>
+
+#include <QScrollBar>
+#include <QtTest>
+
+namespace {
+
+QString lines(const QString &word, int count)
+{
+    QString text;
+    for (int i = 0; i < count; ++i)
+        text += QString("<p>%1 %2.</p>").arg(word).arg(i);
+    return text;
+}
+
+QString picture(int index)
+{
+    return QString("<img src=\"../image/%1.png\">").arg(index);
+}
+
+} // namespace
+
+// Pictures arrive while somebody reads.
+class HtmlReadingPlaceTest : public QObject
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void initTestCase();
+    void init();
+    void textStaysWhereItIsRead_data();
+    void textStaysWhereItIsRead();
+    void topAndEndStay();
+
+private:
+    void open(const QString &body);
+    void scrollTo(const QString &text, int heightInView);
+    int heightOf(const QString &text) const;
+    int shownPictures() const;
+    QScrollBar *bar() const { return m_browser->verticalScrollBar(); }
+
+    std::unique_ptr<HttpServer> m_server;
+    std::unique_ptr<HtmlTextBrowser> m_browser;
+    QString m_page;
+    QSize m_size;
+};
+
+void HtmlReadingPlaceTest::initTestCase()
+{
+    qputenv("TMPDIR", QFile::encodeName(scratchFolder()));
+}
+
+void HtmlReadingPlaceTest::init()
+{
+    QDir(QDir::tempPath() + "/kovaline_help").removeRecursively();
+    m_server = std::make_unique<HttpServer>();
+    m_server->hold();
+    m_size = QSize(200, 150);
+    for (int i = 0; i < 4; ++i)
+        m_server->answer(QString("/image/%1.png").arg(i), pngFile(m_size));
+    m_browser = std::make_unique<HtmlTextBrowser>(nullptr);
+    m_browser->resize(400, 300);
+    m_browser->show();
+    QVERIFY(QTest::qWaitForWindowExposed(m_browser.get()));
+}
+
+void HtmlReadingPlaceTest::open(const QString &body)
+{
+    m_page = QString("<html><base href=\"%1x/\">").arg(m_server->base()) + body;
+    m_browser->setText(m_page);
+    m_browser->grab();
+    QTRY_COMPARE(m_server->openRequests(), body.count("<img"));
+}
+
+// Of the lower edge of its line; a picture in the line lifts the upper one.
+int HtmlReadingPlaceTest::heightOf(const QString &text) const
+{
+    return m_browser->cursorRect(m_browser->document()->find(text)).bottom();
+}
+
+void HtmlReadingPlaceTest::scrollTo(const QString &text, int heightInView)
+{
+    bar()->setValue(bar()->value() + heightOf(text) - heightInView);
+    QCOMPARE(heightOf(text), heightInView);
+}
+
+int HtmlReadingPlaceTest::shownPictures() const
+{
+    int count = 0;
+    for (int i = 0; i < 4; ++i) {
+        const QUrl name(QString("../image/%1.png").arg(i));
+        const QVariant shown = m_browser->document()->resource(QTextDocument::ImageResource, name);
+        count += shown.value<QPixmap>().size() == m_size;
+    }
+    return count;
+}
+
+void HtmlReadingPlaceTest::textStaysWhereItIsRead_data()
+{
+    const QString before = lines("before", 40);
+    const QString after = lines("after", 40);
+    QTest::addColumn<QString>("body");
+    QTest::addColumn<QString>("read");
+    QTest::addColumn<int>("heightInView");
+    QTest::newRow("far above") << picture(0) + before + after << "after 10." << 25;
+    QTest::newRow("several above")
+        << picture(0) + before + picture(1) + picture(2) + after << "after 10." << 25;
+    QTest::newRow("half in view") << before + picture(0) + after << "after 0." << 40;
+    QTest::newRow("in view") << before + picture(0) + after << "after 0." << 60;
+    QTest::newRow("in the line that is read")
+        << before + "<p>line with " + picture(0) + "</p>" + after << "line with" << 25;
+    QTest::newRow("in tables") << "<table><tr><td>a</td><td>" + picture(0) + "</td></tr><tr><td>"
+                                      + picture(1) + "</td><td>" + after + "</td></tr></table>"
+                                      + picture(2)
+                               << "after 10." << 25;
+    QTest::newRow("below") << before + after + picture(0) << "before 10." << 25;
+    QTest::newRow("near the top") << lines("before", 2) + picture(0) + after << "after 3." << 25;
+}
+
+void HtmlReadingPlaceTest::textStaysWhereItIsRead()
+{
+    QFETCH(QString, body);
+    QFETCH(QString, read);
+    QFETCH(int, heightInView);
+    open(body);
+    scrollTo(read, heightInView);
+    const QStringList paths = m_browser->searchPaths();
+    QTextCursor selection = m_browser->textCursor();
+    selection.setPosition(3);
+    selection.setPosition(7, QTextCursor::KeepAnchor);
+    m_browser->setTextCursor(selection);
+    scrollTo(read, heightInView);
+
+    // Each of them is laid out by itself.
+    const int count = body.count("<img");
+    for (int i = 1; i <= count; ++i) {
+        m_server->release();
+        QTRY_COMPARE(shownPictures(), i);
+        QVERIFY2(qAbs(heightOf(read) - heightInView) <= 1,
+                 qPrintable(QString::number(heightOf(read))));
+    }
+    QCOMPARE(m_browser->textCursor().selectionStart(), 3);
+    QCOMPARE(m_browser->textCursor().selectionEnd(), 7);
+    QCOMPARE(m_browser->searchPaths(), paths);
+
+    // A newer copy may be smaller.
+    m_size = QSize(20, 30);
+    for (int i = 0; i < count; ++i)
+        m_server->answer(QString("/image/%1.png").arg(i), pngFile(m_size));
+    m_browser->setText(m_page);
+    scrollTo(read, heightInView);
+    QTRY_COMPARE(m_server->openRequests(), count);
+    m_server->release(count);
+    QTRY_COMPARE(shownPictures(), count);
+    QVERIFY2(qAbs(heightOf(read) - heightInView) <= 1, qPrintable(QString::number(heightOf(read))));
+}
+
+void HtmlReadingPlaceTest::topAndEndStay()
+{
+    const QString text = lines("line", 40);
+    open(picture(0) + text + picture(1) + lines("last", 15));
+    m_server->release();
+    QTRY_COMPARE(shownPictures(), 1);
+    QCOMPARE(bar()->value(), 0);
+
+    bar()->setValue(bar()->maximum());
+    const int last = heightOf("last 14.");
+    m_server->release();
+    QTRY_COMPARE(shownPictures(), 2);
+    QCOMPARE(bar()->value(), bar()->maximum());
+    QVERIFY(qAbs(heightOf("last 14.") - last) <= 1);
+}
+
+QTEST_MAIN(HtmlReadingPlaceTest)
+#include "html-reading-place-test.moc"

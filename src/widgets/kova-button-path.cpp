@@ -99,8 +99,10 @@ void KovaButtonPath::refresh(QString path)
 {
     m_visibleWidth = horizontalScrollBar()->pageStep();
     const int focused = focusedColumn();
-    // Qt asks the X server for the pointer at each widget that comes or goes while on show.
-    viewport()->hide();
+    // Qt asks the X server for the pointer at each widget that is shown in one that is on show.
+    const bool onShow = viewport()->isVisible();
+    if (onShow)
+        viewport()->hide();
     m_menu->close();
     m_changeFolderBtn->hide();
     m_menu->clear();
@@ -121,7 +123,8 @@ void KovaButtonPath::refresh(QString path)
         addNameButton(folder, nameStyle, kovaPx(metrics.horizontalAdvance(folder) + 16));
     }
     fillRow();
-    viewport()->show();
+    if (onShow)
+        viewport()->show();
     if (focused >= 0 && !m_buttons.isEmpty())
         m_buttons.at(qMin(focused, m_buttons.size() - 1))->setFocus();
     updateColumnSize();

@@ -24,6 +24,22 @@ void collectRoles(QAccessibleInterface *interface, QHash<QObject *, QAccessible:
         collectRoles(interface->child(i), found);
 }
 
+// Decides about its menu whenever it gets another width.
+class FollowingBar : public KovaButtonPath
+{
+public:
+    using KovaButtonPath::KovaButtonPath;
+
+    void resizeEvent(QResizeEvent *event) override
+    {
+        KovaButtonPath::resizeEvent(event);
+        refresh("home/ada/Documents");
+        ++refreshes;
+    }
+
+    int refreshes = 0;
+};
+
 const QString deepPath = "/home/ada/Documents/Correspondence/2024/Letters to the publisher/Drafts";
 
 } // namespace
@@ -41,6 +57,7 @@ private Q_SLOTS:
     void showsAwkwardNames();
     void clickingAFolderTellsItsPath();
     void rowThatFitsHasNoMenu();
+    void mayBeRefreshedWheneverItIsResized();
     void menuListsWhatIsOutOfSight();
     void aPressDoesNotScroll();
     void choosingFromTheMenuTellsThePath();
@@ -158,6 +175,21 @@ void KovaButtonPathTest::rowThatFitsHasNoMenu()
     show(deepPath);
     QVERIFY(folderButton()->isVisible());
     QCOMPARE(folderButton()->menu()->actions().size(), 1);
+}
+
+void KovaButtonPathTest::mayBeRefreshedWheneverItIsResized()
+{
+    auto *bar = new FollowingBar;
+    m_window->layout()->addWidget(bar);
+    QTRY_VERIFY(bar->refreshes > 0);
+    QVERIFY(nameButtons(*bar).constFirst()->isVisible());
+
+    auto *menuButton = bar->findChild<QToolButton *>();
+    for (const bool narrow : {false, true, false}) {
+        m_window->resize(kovaPx(narrow ? 100 : 800), m_window->height());
+        QTRY_COMPARE(menuButton->isVisible(), narrow);
+    }
+    QVERIFY(bar->refreshes < 20);
 }
 
 void KovaButtonPathTest::menuListsWhatIsOutOfSight()

@@ -31,5 +31,11 @@ void GalleryPage::addSideBySide(std::initializer_list<QWidget *> widgets)
 void GalleryPage::addScene(const QString &name, std::function<void()> open,
                            std::function<bool()> ready)
 {
-    m_scenes.push_back({name, std::move(open), std::move(ready)});
+    addPopup(nullptr, name, std::move(open), std::move(ready));
+}
+
+void GalleryPage::addPopup(QWidget *opener, const QString &name, std::function<void()> open,
+                           std::function<bool()> ready)
+{
+    m_scenes.push_back({name, std::move(open), std::move(ready), opener});
 }

@@ -18,6 +18,10 @@ struct Scene
 
     // Whether it is complete enough for the picture, asked until it is; empty for "at once".
     std::function<bool()> ready;
+
+    // What a menu or list drops down from, null for a scene inside the window. It is brought to the
+    // corner of the screen, for the picture may be taken on one that is smaller than the window.
+    QWidget *opener = nullptr;
 };
 
 // Base of all pages: a column of cards in a scroll area of the window, which shows the page's title
@@ -53,6 +57,10 @@ protected:
 
     // Names something that the page can open over itself.
     void addScene(const QString &name, std::function<void()> open,
+                  std::function<bool()> ready = nullptr);
+
+    // The same for what drops down from @p opener.
+    void addPopup(QWidget *opener, const QString &name, std::function<void()> open,
                   std::function<bool()> ready = nullptr);
 
     // Shows @p text below the page. For what a call returned or what a click did.

@@ -19,6 +19,8 @@
 namespace {
 
 constexpr int turnMilliseconds = 15;
+// Not the very corner: without a display, the pointer rests there.
+constexpr QPoint cornerOfScreen(40, 40);
 constexpr int patienceMilliseconds = 15000;
 
 // Lets what was just shown lay itself out and be activated.
@@ -119,6 +121,8 @@ private:
     void stage(const QString &name, const Scene &scene)
     {
         m_window->clearReport();
+        if (scene.opener)
+            m_window->move(cornerOfScreen - scene.opener->mapTo(m_window, QPoint()));
         bool open = true;
         QEventLoop finished;
         QTimer::singleShot(turnMilliseconds, m_window, [&] {

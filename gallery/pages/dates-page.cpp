@@ -36,8 +36,8 @@ DatesPage::DatesPage()
 {
     add(makePeriod());
     add(makeLanguages());
-    addScene(QStringLiteral("calendar"), [this] { m_from->showPopup(); });
-    addScene(QStringLiteral("limits"), [this] {
+    addPopup(m_from, QStringLiteral("calendar"), [this] { m_from->showPopup(); });
+    addPopup(m_to, QStringLiteral("limits"), [this] {
         m_from->dateSelect(QDate(2024, 9, 9));
         m_to->getCalendarView()->setCurrentPage(2024, 9);
         m_to->showPopup();

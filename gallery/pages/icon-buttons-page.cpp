@@ -70,7 +70,7 @@ KovaIconButton *IconButtonsPage::makeMenuButton()
         report(QStringLiteral("\"%1\" was chosen from the menu.").arg(action->text()));
     });
     button->setMenu(menu);
-    addScene(QStringLiteral("menu"), [button] { button->showMenu(); });
+    addPopup(button, QStringLiteral("menu"), [button] { button->showMenu(); });
     return button;
 }
 

@@ -3,6 +3,7 @@
 #include "page-widgets.h"
 
 #include <kovakit-qt/style/dpi-info.h>
+#include <kovakit-qt/style/style-manager.h>
 #include <kovakit-qt/utils/escape-tooltip.h>
 #include <kovakit-qt/widgets/kova-button.h>
 #include <kovakit-qt/widgets/kova-label.h>
@@ -24,6 +25,8 @@ QWidget *LabelsPage::makeSplitter()
                           QStringLiteral("Drag the handle between the columns: each text takes the "
                                          "height that it needs."));
     auto *splitter = new QSplitter;
+    splitter->setStyleSheet(getStyleSheet("gallery.splitter", false));
+    splitter->setHandleWidth(kovaPx(9));
     splitter->setChildrenCollapsible(false);
     const QStringList texts = {
         QStringLiteral("The backup of your documents runs every evening, as long as the computer "

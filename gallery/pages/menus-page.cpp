@@ -81,6 +81,7 @@ QWidget *MenusPage::makeSearch()
     off->setText(QStringLiteral("Switched off"));
     off->setEnabled(false);
     card->addRow({bar, off});
-    addScene(QStringLiteral("search"), [bar] { bar->findChild<KovaIconButton *>()->showMenu(); });
+    addPopup(bar, QStringLiteral("search"),
+             [bar] { bar->findChild<KovaIconButton *>()->showMenu(); });
     return card;
 }

@@ -61,7 +61,8 @@ QWidget *PathPage::makeWalk()
     }
     card->add(wide);
     card->addRow({narrow});
-    addScene(QStringLiteral("menu"), [narrow] { narrow->findChild<QToolButton *>()->showMenu(); });
+    addPopup(narrow, QStringLiteral("menu"),
+             [narrow] { narrow->findChild<QToolButton *>()->showMenu(); });
 
     m_folders = new QListWidget;
     m_folders->setStyleSheet(getStyleSheet("gallery.page_list", false)

@@ -99,8 +99,8 @@ QWidget *SettingsPage::makeForm()
     caption->setBuddy(times);
     caption->setFixedWidth(kovaPx(captionWidth));
     card->addRow({caption, times});
-    addScene(
-        QStringLiteral("times"), [times] { times->showPopup(); },
+    addPopup(
+        times, QStringLiteral("times"), [times] { times->showPopup(); },
         [times] { return times->view()->isVisible(); });
 
     m_problem = makeCaption(QString());

@@ -37,7 +37,7 @@ TreePage::TreePage()
     card->add(m_tree);
     add(card);
 
-    addScene(QStringLiteral("menu"), [this] {
+    addPopup(m_tree, QStringLiteral("menu"), [this] {
         QTreeWidgetItem *item = m_tree->topLevelItem(1);
         m_tree->setCurrentItem(item);
         openMenu(m_tree->visualItemRect(item).center(), item);

@@ -68,6 +68,7 @@ KovaLineEdit *SettingsPage::makeField(const QString &caption, const QString &tex
         if (field->getLineEdit()->property("error").toBool())
             check(field);
     });
+    connect(field->getLineEdit(), &QLineEdit::returnPressed, this, &SettingsPage::save);
     m_fields.append(field);
     return field;
 }

@@ -80,6 +80,8 @@ void ImageManagerTest::endsTheProcessBeforeInitialize()
     child.setProcessChannelMode(QProcess::MergedChannels);
     QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
     environment.insert("KOVAKIT_TEST_ABORT", "1");
+    // It cannot clean up after itself.
+    environment.insert("TMPDIR", scratchFolder());
     child.setProcessEnvironment(environment);
     child.start(QCoreApplication::applicationFilePath(), QStringList());
     QVERIFY(child.waitForFinished());

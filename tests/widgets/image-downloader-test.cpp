@@ -79,8 +79,8 @@ void ImageDownloaderTest::initTestCase()
     m_server.handle("/endless", [](QTcpSocket *socket) {
         socket->write("HTTP/1.1 200 OK\r\n\r\n");
         const auto pour = [socket] {
-            if (socket->bytesToWrite() < 1024 * 1024)
-                socket->write(QByteArray(1024 * 1024, 'x'));
+            if (socket->bytesToWrite() < 1 << 20)
+                socket->write(QByteArray(1 << 20, 'x'));
         };
         connect(socket, &QTcpSocket::bytesWritten, socket, pour);
         pour();

@@ -6,7 +6,6 @@
 #include <QFile>
 #include <QFileInfo>
 #include <QJsonDocument>
-#include <QJsonObject>
 #include <QTemporaryDir>
 
 #include <vector>
@@ -32,13 +31,18 @@ QString writeScratchFile(const QString &name, const QByteArray &content)
     return path;
 }
 
+QJsonObject readThemeFile(const QString &name)
+{
+    QFile file(themeFolder() + QLatin1Char('/') + name);
+    if (!file.open(QIODevice::ReadOnly))
+        qFatal("the house theme has no %s", qPrintable(name));
+    return QJsonDocument::fromJson(file.readAll()).object();
+}
+
 void installThemeStrings(const QString &languageCode)
 {
-    QFile file(themeFolder() + QStringLiteral("/strings/%1.json").arg(languageCode));
-    if (!file.open(QIODevice::ReadOnly))
-        qFatal("the house theme has no strings for %s", qPrintable(languageCode));
-    const QJsonObject table = QJsonDocument::fromJson(file.readAll()).object();
     QMap<QString, QString> strings;
+    const QJsonObject table = readThemeFile("strings/" + languageCode + ".json");
     for (auto it = table.begin(); it != table.end(); ++it)
         strings.insert(it.key(), it.value().toString());
     ComponentStrings::getInstance()->installStrings(strings);

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <QJsonObject>
 #include <QString>
 
 // A host that has started up in the ordinary order with the house theme: paths, English strings,
@@ -9,8 +10,9 @@ void setUpHost();
 // Replaces the strings by those of the house theme in another language, "deu" for instance.
 void installThemeStrings(const QString &languageCode);
 
-// The folder of the built house theme.
+// The folder of the built house theme, and one of its JSON files.
 QString themeFolder();
+QJsonObject readThemeFile(const QString &name);
 
 // A folder that is removed with its contents when the test ends.
 QString scratchFolder();

@@ -9,56 +9,58 @@
 
 namespace {
 
+using Declarations = QMap<QString, QString>;
+
 QString styleText(const QString &key)
 {
     QString text = getStyleSheet(key, false);
     if (key == "component.combobox")
-        text = text.arg(QString("padding-left: %1px; \npadding-right: %1px;")
-                            .arg(QString::number(6 * DPIinfo::getInstance()->getDPI(), 'g', 6)))
+        text = text.arg(QString("padding-left: %1px;").arg(6 * DPIinfo::getInstance()->getDPI()))
                    .arg("border: 1px solid #C8D2DC;");
     return text;
 }
 
-struct Rule
-{
-    QStringList selectors;
-    QMap<QString, QString> declarations;
-};
-
-QVector<Rule> rulesOf(const QString &text)
+// What the text of @p key says about each selector, with what its element says at rest below it.
+QMap<QString, Declarations> rulesOf(const QString &key)
 {
     static const QRegularExpression block("([^{}]*)\\{([^{}]*)\\}");
-    QVector<Rule> rules;
-    auto match = block.globalMatch(text);
+    static const QRegularExpression state("(?<!:):[a-z-]+|\\[[^]]*\\]");
+    QMap<QString, Declarations> rules;
+    auto match = block.globalMatch(styleText(key));
     while (match.hasNext()) {
         const QRegularExpressionMatch found = match.next();
-        Rule rule;
-        for (const QString &selector : found.captured(1).split(QLatin1Char(',')))
-            rule.selectors.append(selector.trimmed());
-        for (const QString &declaration : found.captured(2).split(QLatin1Char(';'))) {
-            const int colon = declaration.indexOf(QLatin1Char(':'));
-            rule.declarations.insert(declaration.left(colon).trimmed(),
-                                     declaration.mid(colon + 1).trimmed());
+        for (const QString &part : found.captured(1).split(',')) {
+            const QString selector = part.trimmed();
+            Declarations declarations = rules.value(QString(selector).remove(state));
+            for (const QString &declaration : found.captured(2).split(';'))
+                declarations.insert(declaration.section(':', 0, 0).trimmed(),
+                                    declaration.section(':', 1).trimmed());
+            rules.insert(selector, declarations);
         }
-        rules.append(rule);
     }
     return rules;
 }
 
-double luminance(const QColor &color)
-{
-    const auto linear = [](double part) {
-        return part <= 0.04045 ? part / 12.92 : std::pow((part + 0.055) / 1.055, 2.4);
-    };
-    return 0.2126 * linear(color.redF()) + 0.7152 * linear(color.greenF())
-         + 0.0722 * linear(color.blueF());
-}
-
 double contrast(const QColor &first, const QColor &second)
 {
-    const double lighter = std::max(luminance(first), luminance(second));
-    const double darker = std::min(luminance(first), luminance(second));
+    const auto luminance = [](const QColor &color) {
+        const auto linear = [](double part) {
+            return part <= 0.04045 ? part / 12.92 : std::pow((part + 0.055) / 1.055, 2.4);
+        };
+        return 0.2126 * linear(color.redF()) + 0.7152 * linear(color.greenF())
+             + 0.0722 * linear(color.blueF());
+    };
+    const auto [darker, lighter] = std::minmax({luminance(first), luminance(second)});
     return (lighter + 0.05) / (darker + 0.05);
+}
+
+// From the left edge to the text.
+double inset(const Declarations &rule)
+{
+    const auto pixels = [](const QString &text) { return text.section("px", 0, 0).toDouble(); };
+    const QStringList padding = rule.value("padding").split(' ');
+    const QString left = rule.value("padding-left", padding.value(padding.size() == 4 ? 3 : 1));
+    return pixels(rule.value("border")) + pixels(left);
 }
 
 QStringList complaints;
@@ -71,17 +73,17 @@ void noteComplaint(QtMsgType, const QMessageLogContext &, const QString &text)
 using MakeWidget = std::function<QWidget *()>;
 
 template<typename Widget>
-MakeWidget make()
+QWidget *make()
 {
-    return [] {
-        auto *widget = new Widget;
-        if constexpr (
-            std::is_base_of_v<
-                QLabel,
-                Widget> || std::is_base_of_v<QLineEdit, Widget> || std::is_base_of_v<QAbstractButton, Widget>)
-            widget->setText("text");
-        return widget;
-    };
+    auto *widget = new Widget;
+    widget->setText("text");
+    return widget;
+}
+
+template<typename Widget, typename... Arguments>
+MakeWidget makeWith(Arguments... arguments)
+{
+    return [arguments...] { return new Widget(arguments...); };
 }
 
 QWidget *makeComboBox()
@@ -95,8 +97,7 @@ QWidget *makeComboBox()
 QWidget *makeDateBox()
 {
     auto *box = new QComboBox;
-    auto *calendar = new QCalendarWidget(box);
-    calendar->move(0, 40);
+    (new QCalendarWidget(box))->move(0, 40);
     return box;
 }
 
@@ -104,35 +105,15 @@ QWidget *makeMenu()
 {
     auto *menu = new QMenu;
     menu->addAction("plain");
-    QAction *checked = menu->addAction("checked");
-    checked->setCheckable(true);
-    checked->setChecked(true);
-    menu->addSeparator();
     menu->addMenu("sub");
     return menu;
-}
-
-QWidget *makeSheet()
-{
-    auto *sheet = new KovaSheet(nullptr);
-    auto *layout = new QVBoxLayout(sheet);
-    layout->addWidget(new QLabel("text"));
-    layout->addWidget(new QDialogButtonBox(QDialogButtonBox::Ok));
-    return sheet;
-}
-
-QWidget *makeMessageBox()
-{
-    return new QMessageBox(QMessageBox::Question, "title", "text",
-                           QMessageBox::Ok | QMessageBox::Cancel);
 }
 
 QWidget *makeScrollArea()
 {
     auto *area = new QScrollArea;
-    auto *content = new QWidget;
-    content->resize(900, 900);
-    area->setWidget(content);
+    area->setWidget(new QWidget);
+    area->widget()->resize(900, 900);
     return area;
 }
 
@@ -143,57 +124,56 @@ QWidget *makePagingFrame()
     return frame;
 }
 
+QWidget *makeSheet()
+{
+    auto *sheet = new KovaSheet(nullptr);
+    sheet->setWidget(new QLabel("text"));
+    return sheet;
+}
+
 QWidget *makeTree()
 {
     auto *tree = new QTreeWidget;
-    auto *item = new QTreeWidgetItem(tree, {"text"});
-    item->setCheckState(0, Qt::Checked);
-    new QTreeWidgetItem(item, {"child"});
+    (new QTreeWidgetItem(tree, {"text"}))->setCheckState(0, Qt::Checked);
     return tree;
 }
 
-QWidget *makeHeader()
-{
-    auto *table = new QTableWidget(1, 2);
-    table->setSortingEnabled(true);
-    return table->horizontalHeader();
-}
-
-// Every key that the widgets ask for and the theme's own two, each with the class that its text is
-// set on.
+// Every key that the widgets ask for and the theme's own two, each with a widget of the class that
+// its text is set on.
 const QMap<QString, MakeWidget> &widgetOfKey()
 {
     static const QMap<QString, MakeWidget> map = [] {
-        QMap<QString, MakeWidget> keys;
-        const auto add = [&keys](const MakeWidget &factory,
-                                 std::initializer_list<const char *> names) {
-            for (const char *name : names)
-                keys.insert("component." + QLatin1String(name), factory);
+        const QPair<MakeWidget, QStringList> rows[] = {
+            {make<QPushButton>,
+             {"apply_button", "button_path_arrow", "button_path_name_button", "cancel_button",
+              "default_button", "nonselect_paging_button", "red_button", "select_paging_button"}},
+            {make<QToolButton>,
+             {"button_path_change_folder_btn", "filter_search_button", "icon_button"}},
+            {make<QCheckBox>, {"checkbox"}},
+            {make<QRadioButton>, {"radio_button"}},
+            {make<QLabel>,
+             {"label", "lineedit_label", "message_sheet_informative_text", "message_sheet_text",
+              "paging_bar_label", "paging_bar_rightmost_label"}},
+            {make<QLineEdit>, {"filter_bar_padding", "lineedit", "tree_item"}},
+            {makeWith<QTableWidget>(2, 2), {"button_path", "table"}},
+            {makeWith<QHeaderView>(Qt::Horizontal), {"table_header"}},
+            {makeComboBox, {"combobox"}},
+            {makeDateBox, {"date_selector"}},
+            {makeMenu, {"menu"}},
+            {makeWith<QMessageBox>(QMessageBox::Question, "title", "text", QMessageBox::Ok),
+             {"confirm_message_box", "info_message_box", "upgrading_message_box",
+              "warning_message_box"}},
+            {makeSheet, {"message_sheet_other", "message_sheet_processing"}},
+            {makePagingFrame, {"paging_bar_border"}},
+            {makeScrollArea, {"scrollbar"}},
+            {makeWith<QProgressBar>(), {"help_busy"}},
         };
-        add(make<QPushButton>(),
-            {"apply_button", "button_path_arrow", "button_path_name_button", "cancel_button",
-             "default_button", "nonselect_paging_button", "red_button", "select_paging_button"});
-        add(make<QToolButton>(),
-            {"button_path_change_folder_btn", "filter_search_button", "icon_button"});
-        add(make<QCheckBox>(), {"checkbox"});
-        add(make<QRadioButton>(), {"radio_button"});
-        add(make<QLabel>(),
-            {"label", "lineedit_label", "message_sheet_informative_text", "message_sheet_text",
-             "paging_bar_label", "paging_bar_rightmost_label"});
-        add(make<QLineEdit>(), {"filter_bar_padding", "lineedit", "tree_item"});
-        add([] { return new QTableWidget(2, 2); }, {"button_path", "table"});
-        add(makeHeader, {"table_header"});
-        add(makeComboBox, {"combobox"});
-        add(makeDateBox, {"date_selector"});
-        add(makeMenu, {"menu"});
-        add(makeMessageBox, {"confirm_message_box", "info_message_box", "upgrading_message_box",
-                             "warning_message_box"});
-        add(makeSheet, {"message_sheet_other", "message_sheet_processing"});
-        add(makePagingFrame, {"paging_bar_border"});
-        add(makeScrollArea, {"scrollbar"});
-        add(make<QProgressBar>(), {"help_busy"});
-        keys.insert("theme.tree", makeTree);
-        keys.insert("theme.window", make<QMainWindow>());
+        QMap<QString, MakeWidget> keys = {{"theme.tree", makeTree},
+                                          {"theme.window", makeWith<QMainWindow>()}};
+        for (const auto &[factory, names] : rows) {
+            for (const QString &name : names)
+                keys.insert("component." + name, factory);
+        }
         return keys;
     }();
     return map;
@@ -212,9 +192,7 @@ private Q_SLOTS:
     void keepsToTheRulesOfStyleFiles();
     void refersToPicturesThatExist();
     void textIsLegibleInEveryState();
-    void focusShowsWithoutMovingTheText_data();
     void focusShowsWithoutMovingTheText();
-    void errorLooksDifferent();
 };
 
 void ThemeStyleTest::everyKeyIsReadByItsWidget_data()
@@ -227,39 +205,32 @@ void ThemeStyleTest::everyKeyIsReadByItsWidget_data()
 void ThemeStyleTest::everyKeyIsReadByItsWidget()
 {
     QFETCH(QString, key);
-    QVERIFY(!styleText(key).trimmed().isEmpty());
-    QWidget *widget = widgetOfKey().value(key)();
-    const std::unique_ptr<QWidget> owner(widget->window());
+    const std::unique_ptr<QWidget> widget(widgetOfKey().value(key)());
+    widget->setStyleSheet(QString());
 
     complaints.clear();
     const QtMessageHandler before = qInstallMessageHandler(noteComplaint);
-    const QPixmap plain = owner->grab();
+    const QPixmap plain = widget->grab();
     widget->setStyleSheet(styleText(key));
-    const QPixmap styled = owner->grab();
+    const QPixmap styled = widget->grab();
     widget->setEnabled(false);
-    owner->grab();
+    widget->grab();
     qInstallMessageHandler(before);
 
     QCOMPARE(complaints, QStringList());
-    const bool invisible = key.startsWith("component.message_sheet_p");
-    QVERIFY2(invisible || plain.toImage() != styled.toImage(), "the text selects nothing");
+    QVERIFY2(plain.toImage() != styled.toImage(), "the text selects nothing");
 }
 
 void ThemeStyleTest::keepsToTheRulesOfStyleFiles()
 {
     static const QRegularExpression longLength("[\\d.]{4,}px");
-    static const QRegularExpression block("\\{[^{}]*\\}");
     for (const QString &key : widgetOfKey().keys()) {
         const QString text = getStyleSheet(key, true);
         QVERIFY2(!longLength.match(text).hasMatch(), qPrintable(key));
-        QCOMPARE(text.count(QLatin1Char('{')), text.count(QLatin1Char('}')));
-        for (const QString &selector : QString(text).split(block))
-            QVERIFY2(!selector.contains(QLatin1Char(';')), qPrintable(key));
-        QVERIFY2(!text.trimmed().startsWith(QLatin1Char('{')), qPrintable(key));
-        QVERIFY2(!text.contains(QLatin1Char('$')), qPrintable(key));
+        QVERIFY2(!text.trimmed().startsWith('{'), qPrintable(key));
+        QVERIFY2(!text.contains('$'), qPrintable(key));
     }
-    const QString comboBox = getStyleSheet("component.combobox", true);
-    QCOMPARE(comboBox.count(QLatin1Char('%')), 2);
+    QCOMPARE(getStyleSheet("component.combobox", true).count('%'), 2);
 }
 
 void ThemeStyleTest::refersToPicturesThatExist()
@@ -273,7 +244,7 @@ void ThemeStyleTest::refersToPicturesThatExist()
         auto match = reference.globalMatch(text);
         while (match.hasNext()) {
             const QString path = match.next().captured(1);
-            QVERIFY2(!QImage(path).isNull(), qPrintable(key + QLatin1Char(' ') + path));
+            QVERIFY2(!QImage(path).isNull(), qPrintable(key + ' ' + path));
             used.insert(QFileInfo(path).fileName());
         }
     }
@@ -284,108 +255,50 @@ void ThemeStyleTest::refersToPicturesThatExist()
 
 void ThemeStyleTest::textIsLegibleInEveryState()
 {
-    // The darker of the two backgrounds on which transparent controls lie.
-    const QColor page("#F4F7FA");
-    static const QRegularExpression state("(?<!:):[a-z-]+|\\[[^]]*\\]");
     int pairs = 0;
     for (const QString &key : widgetOfKey().keys()) {
-        QMap<QString, QString> foregrounds;
-        QMap<QString, QString> backgrounds;
-        for (const Rule &rule : rulesOf(styleText(key))) {
-            for (const QString &selector : rule.selectors) {
-                const QString element = QString(selector).remove(state);
-                const QString color = rule.declarations.value("color", foregrounds.value(element));
-                const QString background =
-                    rule.declarations.value("background-color", backgrounds.value(element));
-                if (element == selector) {
-                    foregrounds.insert(element, color);
-                    backgrounds.insert(element, background);
-                }
-                if (color.isEmpty())
-                    continue;
-                const bool opaque = !background.isEmpty() && background != "transparent";
-                const double least = selector.contains(":disabled") ? 3.0 : 4.5;
-                const double actual = contrast(QColor(color), opaque ? QColor(background) : page);
-                QVERIFY2(actual >= least,
-                         qPrintable(QString("%1 %2: %3").arg(key, selector).arg(actual)));
-                ++pairs;
-            }
+        const QMap<QString, Declarations> rules = rulesOf(key);
+        for (auto rule = rules.begin(); rule != rules.end(); ++rule) {
+            const QString color = rule->value("color");
+            // The darker of the two backgrounds on which transparent controls lie.
+            QString background = rule->value("background-color", "transparent");
+            if (background == "transparent")
+                background = "#F4F7FA";
+            if (color.isEmpty())
+                continue;
+            const double least = rule.key().contains(":disabled") ? 3.0 : 4.5;
+            const double actual = contrast(QColor(color), QColor(background));
+            QVERIFY2(actual >= least,
+                     qPrintable(QString("%1 %2: %3").arg(key, rule.key()).arg(actual)));
+            ++pairs;
         }
     }
     QVERIFY(pairs > 60);
 }
 
-void ThemeStyleTest::focusShowsWithoutMovingTheText_data()
-{
-    QTest::addColumn<QString>("key");
-    for (const char *name :
-         {"apply_button", "button_path_name_button", "cancel_button", "checkbox", "combobox",
-          "date_selector", "default_button", "icon_button", "lineedit", "nonselect_paging_button",
-          "radio_button", "red_button", "select_paging_button"})
-        QTest::newRow(name) << "component." + QLatin1String(name);
-}
-
 void ThemeStyleTest::focusShowsWithoutMovingTheText()
 {
-    QFETCH(QString, key);
-    const std::unique_ptr<QWidget> widget(widgetOfKey().value(key)());
-    widget->setStyleSheet(styleText(key));
-    widget->resize(kovaPx(120), kovaPx(28));
-    widget->ensurePolished();
-
-    const auto textRect = [&widget](QStyle::State focus) {
-        if (qobject_cast<QComboBox *>(widget.get())) {
-            QStyleOptionComboBox option;
-            option.initFrom(widget.get());
-            option.state |= focus;
-            return widget->style()->subControlRect(QStyle::CC_ComboBox, &option,
-                                                   QStyle::SC_ComboBoxEditField, widget.get());
-        }
-        if (qobject_cast<QLineEdit *>(widget.get())) {
-            QStyleOptionFrame option;
-            option.initFrom(widget.get());
-            option.state |= focus;
-            return widget->style()->subElementRect(QStyle::SE_LineEditContents, &option,
-                                                   widget.get());
-        }
-        QStyleOptionButton option;
-        option.initFrom(widget.get());
-        option.state |= focus;
-        return widget->style()->subElementRect(QStyle::SE_PushButtonContents, &option,
-                                               widget.get());
-    };
-    const int shift = textRect(QStyle::State_HasFocus).left() - textRect(QStyle::State_None).left();
-    // The combo box comes with a border that does not grow with the display; its ring does.
-    const int tolerance = key == "component.combobox" ? 1 : 0;
-    QVERIFY2(std::abs(shift) <= tolerance, qPrintable(QString::number(shift)));
-
-    QMap<QString, QString> focus;
-    QMap<QString, QString> hover;
-    for (const Rule &rule : rulesOf(styleText(key))) {
-        for (const QString &selector : rule.selectors) {
-            if (selector.endsWith(":focus") && !selector.contains(QLatin1Char('[')))
-                focus = rule.declarations;
-            else if (selector.endsWith(":hover") && !selector.contains("::"))
-                hover = rule.declarations;
+    int controls = 0;
+    for (const QString &key : widgetOfKey().keys()) {
+        const QMap<QString, Declarations> rules = rulesOf(key);
+        const auto borderOf = [&rules](const QString &selector) {
+            return rules.value(selector).value("border")
+                 + rules.value(selector).value("border-color");
+        };
+        for (const QString &selector : rules.keys()) {
+            // The pictures of tool buttons stay in the middle.
+            if (!selector.endsWith(":focus") || selector.contains('[')
+                || selector.contains("QToolButton") || borderOf(selector).isEmpty())
+                continue;
+            const QString element = selector.section(":focus", 0, 0);
+            QVERIFY2(borderOf(selector) != borderOf(element + ":hover"), qPrintable(key));
+            // The border of the combo box does not grow with the display; its ring does.
+            const double shift = inset(rules.value(selector)) - inset(rules.value(element));
+            QVERIFY2(std::abs(shift) <= (key == "component.combobox" ? 1 : 0), qPrintable(key));
+            ++controls;
         }
     }
-    const QString border = focus.value("border", focus.value("border-color"));
-    QVERIFY(!border.isEmpty());
-    QVERIFY(border != hover.value("border", hover.value("border-color")));
-}
-
-void ThemeStyleTest::errorLooksDifferent()
-{
-    QLineEdit field;
-    field.setStyleSheet(getStyleSheet("component.lineedit", false));
-    const QImage before = field.grab().toImage();
-    field.setProperty("error", true);
-    field.style()->polish(&field);
-    const QImage during = field.grab().toImage();
-    QVERIFY(before != during);
-    field.setProperty("error", false);
-    field.style()->polish(&field);
-    QCOMPARE(field.grab().toImage(), before);
+    QVERIFY(controls >= 11);
 }
 
 QTEST_MAIN(ThemeStyleTest)

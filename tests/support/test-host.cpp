@@ -64,3 +64,12 @@ void setUpHost()
         files.push_back(style.filePath());
     StyleManager::getInstance()->initialize(files);
 }
+
+KovaMessageSheet *visibleSheet(const QWidget *window)
+{
+    for (auto *sheet : window->findChildren<KovaMessageSheet *>()) {
+        if (sheet->isVisible())
+            return sheet;
+    }
+    return nullptr;
+}

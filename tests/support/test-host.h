@@ -3,6 +3,9 @@
 #include <QJsonObject>
 #include <QString>
 
+class KovaMessageSheet;
+class QWidget;
+
 // A host that has started up in the ordinary order with the house theme: paths, English strings,
 // pictures, style files. Call it once, in initTestCase().
 void setUpHost();
@@ -19,3 +22,6 @@ QString scratchFolder();
 
 // Writes a file below scratchFolder() and returns its path; makes missing folders.
 QString writeScratchFile(const QString &name, const QByteArray &content);
+
+// The message sheet that is up in a window, or none.
+KovaMessageSheet *visibleSheet(const QWidget *window);

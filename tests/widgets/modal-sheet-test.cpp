@@ -63,7 +63,6 @@ private Q_SLOTS:
     void boxesWithoutParent();
 
 private:
-    KovaMessageSheet *openSheet() const;
     // Runs @p steps as soon as the sheet is up and returns the answer to the question.
     int ask(const std::function<void(KovaMessageSheet &)> &steps);
     void key(Qt::Key key, Qt::KeyboardModifiers modifiers = {})
@@ -81,23 +80,14 @@ void ModalSheetTest::init()
     m_window->edit->setFocus();
 }
 
-KovaMessageSheet *ModalSheetTest::openSheet() const
-{
-    for (auto *sheet : m_window->findChildren<KovaMessageSheet *>()) {
-        if (sheet->isVisible())
-            return sheet;
-    }
-    return nullptr;
-}
-
 int ModalSheetTest::ask(const std::function<void(KovaMessageSheet &)> &steps)
 {
     QTimer::singleShot(0, m_window.get(), [&] {
-        KovaMessageSheet *sheet = openSheet();
+        KovaMessageSheet *sheet = visibleSheet(m_window.get());
         if (!sheet)
             qFatal("no sheet is up");
         steps(*sheet);
-        if (openSheet() == sheet)
+        if (visibleSheet(m_window.get()) == sheet)
             sheet->done(-1);
     });
     return showConfirmMsg(QString(), "Erase <a href='x:y'>the disk</a>?",
@@ -142,7 +132,7 @@ void ModalSheetTest::escapeNeedsASecondButton()
     bool survivedEscape = false;
     QTimer::singleShot(0, this, [&] {
         key(Qt::Key_Escape);
-        survivedEscape = openSheet();
+        survivedEscape = visibleSheet(m_window.get());
         key(Qt::Key_Return);
     });
     showInfoMsg(QString(), "Done.", m_window.get());
@@ -189,7 +179,7 @@ void ModalSheetTest::focusCannotBeTakenAndReturns()
     temporary->show();
     temporary->setFocus();
     ask([&](KovaMessageSheet &) { delete temporary; });
-    QVERIFY(!openSheet());
+    QVERIFY(!visibleSheet(m_window.get()));
 }
 
 void ModalSheetTest::nothingBelowReacts()

@@ -8,10 +8,10 @@
 
 #include <QAbstractTextDocumentLayout>
 #include <QBuffer>
-#include <QDir>
 #include <QEventLoop>
 #include <QNetworkAccessManager>
 #include <QNetworkReply>
+#include <QTemporaryDir>
 #include <QTimer>
 
 namespace {
@@ -69,8 +69,11 @@ public:
 
 double showWithBrowser(int count)
 {
-    // What an earlier round has fetched would show at once.
-    QDir(QDir::tempPath() + QLatin1String("/kovaline_help")).removeRecursively();
+    // What an earlier round has fetched would show at once, and a file system takes long to make
+    // files where others have just been deleted.
+    QTemporaryDir folder(scratchFolder() + QLatin1String("/round"));
+    folder.setAutoRemove(false);
+    qputenv("TMPDIR", QFile::encodeName(folder.path()));
     PictureServer server(count);
     HtmlTextBrowser browser(nullptr);
     browser.resize(600, 400);
@@ -140,7 +143,6 @@ double openOfflinePage()
 void help(Bench &bench)
 {
     writeScratchFile(QStringLiteral("enu/offline.html"), "<p>offline</p>");
-    qputenv("TMPDIR", QFile::encodeName(scratchFolder()));
     bench.compare(
         {"help/page-of-10-pictures", "ms", 0}, [] { return showWithBrowser(10); },
         [] { return fetchWithOneManager(10); });

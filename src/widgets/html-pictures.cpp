@@ -24,7 +24,7 @@ bool isPixelFormat(const QByteArray &format)
     return formats.contains(format);
 }
 
-QPixmap placeholder()
+QPixmap makePlaceholder()
 {
     QPixmap pixmap(placeholderSize, placeholderSize);
     pixmap.fill(Qt::transparent);
@@ -38,8 +38,10 @@ QPixmap placeholder()
 // The path of @p file with all links resolved, if it lies in @p folder; otherwise empty.
 QString pathInside(const QString &folder, const QString &file)
 {
+    QString path = QFileInfo(file).canonicalFilePath();
+    if (path.isEmpty())
+        return path;
     const QString root = QFileInfo(folder).canonicalFilePath();
-    const QString path = QFileInfo(file).canonicalFilePath();
     const QString prefix = root.endsWith(QLatin1Char('/')) ? root : root + QLatin1Char('/');
     return !root.isEmpty() && path.startsWith(prefix) ? path : QString();
 }
@@ -93,6 +95,13 @@ QPixmap HtmlPictures::load(const QUrl &name, const QStringList &searchPaths)
         m_namesOfFile.insert(fileNameOf(name), name);
     const QPixmap pixmap = read(name, searchPaths);
     return pixmap.isNull() ? placeholder() : pixmap;
+}
+
+QPixmap HtmlPictures::placeholder()
+{
+    if (m_placeholder.isNull())
+        m_placeholder = makePlaceholder();
+    return m_placeholder;
 }
 
 QSet<QString> HtmlPictures::fileNames() const

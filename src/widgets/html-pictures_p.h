@@ -40,6 +40,7 @@ public:
     void clear(QTextDocument *document);
 
 private:
+    QPixmap placeholder();
     QPixmap read(const QUrl &name, const QStringList &searchPaths);
     QPixmap decode(QIODevice &device, qint64 *pixels) const;
     QString fileNameOf(const QUrl &name) const;
@@ -53,4 +54,5 @@ private:
     QHash<QUrl, QString> m_downloads;
     QMultiHash<QString, QUrl> m_namesOfFile;
     qint64 m_pixels = 0;
+    QPixmap m_placeholder;
 };

@@ -13,6 +13,8 @@
 #include <QTextCodec>
 #include <QTimer>
 
+#include <optional>
+
 namespace {
 
 constexpr int gatherInterval = 40;
@@ -44,7 +46,6 @@ HtmlTextBrowser::HtmlTextBrowser(QWidget *parent)
     , m_gather(new QTimer(this))
 {
     m_gather->setSingleShot(true);
-    m_gather->setInterval(gatherInterval);
     connect(m_gather, &QTimer::timeout, this, &HtmlTextBrowser::showPicturesAnew);
 }
 
@@ -117,6 +118,9 @@ void HtmlTextBrowser::slotDownloadFinished(QString url, int)
         job->deleteLater();
     }
     reload();
+    // There is nothing left to wait for.
+    if (downloaders.isEmpty())
+        m_gather->start(0);
 }
 
 void HtmlTextBrowser::reload()
@@ -128,7 +132,7 @@ void HtmlTextBrowser::reload()
     if (m_arrivedFiles.isEmpty())
         m_arrivedFiles = m_pictures->fileNames();
     if (!m_gather->isActive())
-        m_gather->start();
+        m_gather->start(gatherInterval);
 }
 
 void HtmlTextBrowser::showPicturesAnew()
@@ -137,13 +141,15 @@ void HtmlTextBrowser::showPicturesAnew()
     if (!m_pictures->refresh(document(), files, searchPaths()))
         return;
     const QPoint scrolled(horizontalScrollBar()->value(), verticalScrollBar()->value());
-    const HtmlReadingPlace place(document(), QRect(scrolled, viewport()->size()));
+    // At the top a reader has not begun to read.
+    std::optional<HtmlReadingPlace> place;
+    if (scrolled.y() > 0)
+        place.emplace(document(), QRect(scrolled, viewport()->size()));
     document()->markContentsDirty(0, document()->characterCount());
     // Lays out to the end, so that the scroll bars have their ranges again.
     document()->documentLayout()->documentSize();
     horizontalScrollBar()->setValue(scrolled.x());
-    // At the top a reader has not begun to read.
-    verticalScrollBar()->setValue(scrolled.y() > 0 ? scrolled.y() + qRound(place.shift()) : 0);
+    verticalScrollBar()->setValue(place ? scrolled.y() + qRound(place->shift()) : 0);
     viewport()->update();
 }
 

@@ -80,7 +80,8 @@ public Q_SLOTS:
      * Reads the pictures of the text again and shows them at their natural size. The text that is
      * being read stays where it is in the window, also when pictures above it grow; a page that is
      * not scrolled down stays at its top, and the selection is kept. Calls within 40 ms are
-     * answered together; after downloads only their pictures are read.
+     * answered together, and at once when no download runs or waits any more; after downloads only
+     * their pictures are read.
      *
      * A text that came from a source, by setSource() or a link, is loaded again as QTextBrowser
      * does it.

@@ -42,7 +42,7 @@ QJsonObject readThemeFile(const QString &name)
 void installThemeStrings(const QString &languageCode)
 {
     QMap<QString, QString> strings;
-    const QJsonObject table = readThemeFile("strings/" + languageCode + ".json");
+    const QJsonObject table = readThemeFile(QStringLiteral("strings/%1.json").arg(languageCode));
     for (auto it = table.begin(); it != table.end(); ++it)
         strings.insert(it.key(), it.value().toString());
     ComponentStrings::getInstance()->installStrings(strings);

@@ -99,5 +99,5 @@ void InputPage::restart()
     box.setIcon(QMessageBox::Information);
     box.setText(QStringLiteral("The computer restarts to finish the update."));
     box.setEscapeButton(box.button(QMessageBox::Discard));
-    report(QStringLiteral("The box returned ") + resultText(box.exec()));
+    report(QStringLiteral("The box returned ") + resultText(box.exec()) + QLatin1Char('.'));
 }

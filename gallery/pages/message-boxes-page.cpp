@@ -23,7 +23,7 @@ QString noResult()
 
 QString result(int code)
 {
-    return QStringLiteral("The function returned ") + resultText(code);
+    return QStringLiteral("The function returned ") + resultText(code) + QLatin1Char('.');
 }
 
 QString callInfo(QWidget *parent)

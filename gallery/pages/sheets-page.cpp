@@ -71,7 +71,7 @@ void SheetsPage::addSheet(Card *card, const QString &sceneName, const QString &l
 void SheetsPage::run(KovaMessageSheet &sheet)
 {
     KovaMask::createMask(&sheet, window(), QColor(0, 0, 0, 20));
-    report(QStringLiteral("The sheet returned ") + resultText(sheet.exec()));
+    report(QStringLiteral("The sheet returned ") + resultText(sheet.exec()) + QLatin1Char('.'));
 }
 
 void SheetsPage::runJob(KovaMessageSheet &sheet)

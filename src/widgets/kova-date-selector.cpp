@@ -5,7 +5,7 @@
 #include <kovakit-qt/style/dpi-info.h>
 #include <kovakit-qt/style/style-manager.h>
 
-#include <QDate>
+#include <QCalendarWidget>
 #include <QEvent>
 #include <QGuiApplication>
 #include <QLayout>
@@ -49,8 +49,7 @@ void KovaDateSelector::dateSelect(const QDate &date)
     }
     addItem(date.toString(QStringLiteral("yyyy-MM-dd")), date);
     setCurrentIndex(0);
-    m_calendarView->setSelectedDate(date);
-    m_calendarView->setCurrentPage(date.year(), date.month());
+    turnTo(date);
     repaint();
     hidePopup();
 }
@@ -60,9 +59,29 @@ void KovaDateSelector::clearDate()
     clear();
     addPlaceholder();
     setCurrentIndex(0);
-    const QDate today = QDate::currentDate();
-    m_calendarView->setSelectedDate(today);
-    m_calendarView->setCurrentPage(today.year(), today.month());
+    turnTo(QDate::currentDate());
+}
+
+void KovaDateSelector::turnTo(const QDate &date)
+{
+    m_calendarView->setSelectedDate(date);
+    m_calendarView->setCurrentPage(date.year(), date.month());
+    m_selectedBefore = QDate();
+}
+
+void KovaDateSelector::rememberCalendar()
+{
+    const auto *calendar = m_calendarView->findChild<QCalendarWidget *>();
+    m_selectedBefore = calendar->selectedDate();
+    m_pageBefore = QDate(calendar->yearShown(), calendar->monthShown(), 1);
+}
+
+void KovaDateSelector::restoreCalendar()
+{
+    if (!m_selectedBefore.isValid())
+        return;
+    m_calendarView->setSelectedDate(m_selectedBefore);
+    m_calendarView->setCurrentPage(m_pageBefore.year(), m_pageBefore.month());
 }
 
 // The popup of a combo box is as wide as the box and may be cut off at the edge of the screen.
@@ -73,6 +92,7 @@ void KovaDateSelector::showPopup()
         return;
     const QMargins frame = popup->contentsMargins();
     popup->setGeometry(popupGeometry(m_calendarView->minimumSize().grownBy(frame)));
+    rememberCalendar();
     popup->raise();
     popup->show();
     m_calendarView->focusDays();
@@ -99,7 +119,10 @@ QRect KovaDateSelector::popupGeometry(const QSize &size) const
 
 bool KovaDateSelector::eventFilter(QObject *watched, QEvent *event)
 {
-    if (event->type() == QEvent::Hide && isVisible() && watched == m_calendarView->window())
-        setFocus(Qt::PopupFocusReason);
+    if (event->type() == QEvent::Hide && watched == m_calendarView->window()) {
+        restoreCalendar();
+        if (isVisible())
+            setFocus(Qt::PopupFocusReason);
+    }
     return QComboBox::eventFilter(watched, event);
 }

@@ -3,6 +3,7 @@
 #include <kovakit-qt/widgets/kova-calander-view.h>
 
 #include <QComboBox>
+#include <QDate>
 
 /**
  * A field for a date: a combo box that opens a calendar.
@@ -48,13 +49,21 @@ public Q_SLOTS:
     void dateSelect(const QDate &date);
 
 protected:
-    /** Takes the focus back when the popup closes. */
+    /**
+     * Takes the focus back when the popup closes. If nothing was chosen, turns the calendar back to
+     * where it was when the popup opened.
+     */
     bool eventFilter(QObject *watched, QEvent *event) override;
 
 private:
     void addPlaceholder();
+    void turnTo(const QDate &date);
+    void rememberCalendar();
+    void restoreCalendar();
     [[nodiscard]] QRect popupGeometry(const QSize &size) const;
 
     KovaCalanderView *m_calendarView;
     QString m_placeholder;
+    QDate m_selectedBefore;
+    QDate m_pageBefore;
 };

@@ -180,6 +180,19 @@ void KovaDateSelectorTest::closesWithoutChoosing()
         QVERIFY(!isOpen());
         QCOMPARE(QApplication::focusWidget(), m_box);
     }
+    // Days that were walked over and left are forgotten.
+    const QDate today = QDate::currentDate();
+    for (int key : {int(Qt::Key_F4), int(Qt::Key_Return)})
+        press(key);
+    QCOMPARE(m_box->currentData().toDate(), today);
+    for (int key : {int(Qt::Key_F4), int(Qt::Key_PageUp), int(Qt::Key_Escape)})
+        press(key);
+    QCOMPARE(part("yearbutton")->text(), QString::number(today.year()));
+    for (int key : {int(Qt::Key_F4), int(Qt::Key_Return)})
+        press(key);
+    QCOMPARE(m_box->currentData().toDate(), today);
+    m_box->clearDate();
+
     // The first Escape gives up the typing of a year or a date, the second one the choosing.
     for (const bool year : {true, false}) {
         press(Qt::Key_F4);

@@ -24,7 +24,6 @@ private Q_SLOTS:
     void pagesFitTheWindowAndNameTheirPictures();
     void questionTellsItsAnswer();
     void jobsEndByThemselves();
-    void boxOfItsOwnTellsItsAnswer();
 
 private:
     void key(Qt::Key key) { press(m_window.get(), key); }
@@ -129,22 +128,6 @@ void GalleryWindowTest::jobsEndByThemselves()
         QVERIFY(m_window->reportText() != before);
         QVERIFY2(m_window->reportText().contains(" 0:"), qPrintable(m_window->reportText()));
     }
-}
-
-void GalleryWindowTest::boxOfItsOwnTellsItsAnswer()
-{
-    m_window->showPageNamed("message-boxes");
-    QTimer::singleShot(20, this, [] {
-        QWidget *box = QApplication::activeModalWidget();
-        if (!box || !QTest::qWaitForWindowActive(box))
-            qFatal("the message box did not open");
-        press(box, Qt::Key_Escape);
-    });
-    for (auto *button : m_window->findChildren<QAbstractButton *>()) {
-        if (button->text() == "On its own" && button->accessibleDescription() == "showConfirmMsg")
-            click(button);
-    }
-    QVERIFY2(m_window->reportText().contains("4194304"), qPrintable(m_window->reportText()));
 }
 
 QTEST_MAIN(GalleryWindowTest)

@@ -11,8 +11,8 @@ namespace {
 QStringList pictureNames()
 {
     QStringList names;
-    const QJsonValue images = readThemeFile("images.json").value("images");
-    for (const QJsonValue &name : images.toArray())
+    for (const QVariant &name :
+         readThemeFile("images.json").value("images").toArray().toVariantList())
         names.append(name.toString());
     return names;
 }

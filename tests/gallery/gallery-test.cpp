@@ -34,7 +34,6 @@ private Q_SLOTS:
     void speaksTheLanguage();
     void refusesWhatItDoesNotUnderstand();
     void saysWhatItCannotDo();
-    void explainsItself();
 
 private:
     struct Outcome
@@ -174,15 +173,6 @@ void GalleryTest::saysWhatItCannotDo()
     const Outcome blind = run({}, bare);
     QCOMPARE(blind.exitCode, 1);
     QVERIFY2(blind.errors.contains("display"), qPrintable(blind.errors));
-}
-
-void GalleryTest::explainsItself()
-{
-    const Outcome outcome = run({"--help"});
-    QCOMPARE(outcome.exitCode, 0);
-    QCOMPARE(outcome.errors, "");
-    for (const char *word : {"--scale", "--lang", "--page", "sheets", "deu"})
-        QVERIFY2(outcome.output.contains(word), word);
 }
 
 QTEST_GUILESS_MAIN(GalleryTest)

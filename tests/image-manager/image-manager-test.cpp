@@ -55,7 +55,6 @@ private Q_SLOTS:
     void endsTheProcessBeforeInitialize();
     void scalesForTheDisplay();
     void fallsBackToTheDefaultState();
-    void loadsNothingForOtherTypes();
     void laterDuplicatesReset();
     void writesTempImages();
     void staysInTheTempFolder();
@@ -122,15 +121,6 @@ void ImageManagerTest::fallsBackToTheDefaultState()
     QVERIFY(image(nullptr).isNull());
     QCOMPARE(warnings.take(),
              (QStringList{"Cannot load pixmap \"nobody\"", "Cannot load pixmap \"\""}));
-}
-
-void ImageManagerTest::loadsNothingForOtherTypes()
-{
-    writeImage("plain", pngFile({64, 64}));
-    initialize(R"({"images": ["plain"]})", ImageManager::InitializeType(2));
-    WarningCatcher warnings;
-    QVERIFY(image("plain").isNull());
-    QCOMPARE(warnings.take(), QStringList());
 }
 
 void ImageManagerTest::laterDuplicatesReset()

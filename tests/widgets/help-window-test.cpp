@@ -7,7 +7,6 @@
 
 #include <QDesktopServices>
 #include <QProgressBar>
-#include <QScrollBar>
 #include <QTcpSocket>
 #include <QtTest>
 
@@ -272,10 +271,8 @@ void HelpWindowTest::isBusyUntilTheAnswer()
 
 void HelpWindowTest::isUsedByKeyboard()
 {
-    m_server->answer(m_path, "<p><a href=\"http://outside.example.com/\">out</a></p>"
-                                 + QByteArray("<p>line</p>").repeated(100));
+    m_server->answer(m_path, "<a href=\"http://outside.example.com/\">out</a>");
     HelpWindow window(context(), nullptr);
-    window.resize(400, 300);
     showActive(&window);
     QCOMPARE(window.windowModality(), Qt::ApplicationModal);
     QTRY_VERIFY(!isBusy(window));
@@ -286,9 +283,6 @@ void HelpWindowTest::isUsedByKeyboard()
     QTRY_COMPARE(m_opened, QList<QUrl>{QUrl("http://outside.example.com/")});
     QDesktopServices::unsetUrlHandler("http");
     QVERIFY(window.isVisible());
-
-    press(&window, Qt::Key_PageDown);
-    QTRY_VERIFY(browserOf(window)->verticalScrollBar()->value() > 0);
     press(&window, Qt::Key_Escape);
     QTRY_VERIFY(!window.isVisible());
 }

@@ -46,36 +46,22 @@ void KovaComboBoxTest::isUsedByKeyboardAlone()
         box->addItem(QString("Entry %1").arg(i));
     window.resize(300, 120);
     showActive(&window);
-    edit->setFocus();
-
-    const auto type = [&window](Qt::Key key, Qt::KeyboardModifiers modifiers = {}) {
+    const auto type = [&window](Qt::Key key) {
         QWidget *popup = QApplication::activePopupWidget();
-        press(popup ? popup : &window, key, modifiers);
+        press(popup ? popup : &window, key);
     };
-    type(Qt::Key_Tab);
-    QVERIFY(box->hasFocus());
-    type(Qt::Key_Down);
-    QCOMPARE(box->currentIndex(), 1);
-    const QPair<Qt::Key, Qt::KeyboardModifiers> openers[] = {
-        {Qt::Key_Space, {}}, {Qt::Key_F4, {}}, {Qt::Key_Down, Qt::AltModifier}};
-    for (const auto &[key, modifiers] : openers) {
-        for (const auto end : {Qt::Key_Escape, Qt::Key_Return}) {
-            const int before = box->currentIndex();
-            type(key, modifiers);
-            QTRY_VERIFY(box->view()->isVisible());
-            type(Qt::Key_Down);
-            type(end);
-            QTRY_VERIFY(!box->view()->isVisible());
-            QCOMPARE(box->currentIndex(), before + (end == Qt::Key_Return));
-            QVERIFY(box->hasFocus());
-        }
+    for (const auto end : {Qt::Key_Escape, Qt::Key_Return}) {
+        edit->setFocus();
+        type(Qt::Key_Tab);
+        type(Qt::Key_Space);
+        QTRY_VERIFY(box->view()->isVisible());
+        type(Qt::Key_End);
+        QVERIFY(box->view()->verticalScrollBar()->isVisible());
+        type(end);
+        QTRY_VERIFY(!box->view()->isVisible());
+        QCOMPARE(box->currentIndex(), end == Qt::Key_Return ? 29 : 0);
+        QVERIFY(box->hasFocus());
     }
-    type(Qt::Key_Space);
-    QTRY_VERIFY(box->view()->isVisible());
-    type(Qt::Key_End);
-    QVERIFY(box->view()->verticalScrollBar()->isVisible());
-    type(Qt::Key_Return);
-    QTRY_COMPARE(box->currentIndex(), 29);
 }
 
 QTEST_MAIN(KovaComboBoxTest)

@@ -23,7 +23,6 @@ HouseCalendar::HouseCalendar(QWidget *parent)
 
 void HouseCalendar::insertRow(QWidget *row)
 {
-    m_insertedRow = row;
     if (auto *box = qobject_cast<QVBoxLayout *>(layout()))
         box->insertWidget(1, row);
 }
@@ -61,10 +60,14 @@ bool HouseCalendar::isTyping() const
 
 QSize HouseCalendar::minimumSizeHint() const
 {
-    QSize size = QCalendarWidget::minimumSizeHint();
-    if (m_insertedRow)
-        size.rheight() += m_insertedRow->height();
-    return size.expandedTo(layout()->totalMinimumSize());
+    QSize size = layout()->totalMinimumSize();
+    if (m_grid) {
+        // The calendar's own hint reckons with letters as they are at scale 1.
+        const int weeks = m_grid->model()->rowCount();
+        const int grid = m_grid->minimumSizeHint().height();
+        size.rheight() += qMax(0, weeks * m_grid->fontMetrics().height() - grid);
+    }
+    return size.expandedTo(QCalendarWidget::minimumSizeHint());
 }
 
 bool HouseCalendar::event(QEvent *event)

@@ -13,7 +13,7 @@ class HouseCalendar : public QCalendarWidget
 public:
     explicit HouseCalendar(QWidget *parent);
 
-    // Puts @p row between the navigation bar and the days, and reckons with its height.
+    // Puts @p row between the navigation bar and the days.
     void insertRow(QWidget *row);
 
     // The day under the keyboard's cursor. It is not always the selected one: turning the page
@@ -37,5 +37,4 @@ private:
     void paintRing(QPainter *painter, const QRect &rect, bool selected) const;
 
     QPointer<QTableView> m_grid;
-    QPointer<QWidget> m_insertedRow;
 };

@@ -24,8 +24,7 @@ private Q_SLOTS:
     void looksLikeABoxOfTheHouse();
     void countsToTheClick();
     void countsBySeconds();
-    void secondButtonCancels();
-    void goesOnAfterItWasClosed();
+    void goesOnAfterTheSecondButtonClosedIt();
     void neverClicksAButtonThatIsGone();
     void survivesItsEndWhileCounting();
     void textIsInsertedOnce();
@@ -37,12 +36,7 @@ void KovaCountdownMessageBoxTest::looksLikeABoxOfTheHouse()
     alone.setIcon(QMessageBox::Information);
     QCOMPARE(labelOf(alone), "OK(10)");
     QCOMPARE(alone.button(QMessageBox::Discard)->text(), "Cancel");
-    QCOMPARE(alone.button(QMessageBox::Ok)->styleSheet(),
-             getStyleSheet("component.apply_button", false));
-    QCOMPARE(alone.button(QMessageBox::Discard)->styleSheet(),
-             getStyleSheet("component.cancel_button", false));
-
-    // Under a parent with a style of its own too.
+    // The icon is the same under a parent with a style of its own.
     QWidget parent;
     parent.setStyleSheet("QWidget { color: black; }");
     KovaCountdownMessageBox box(10, &parent);
@@ -86,9 +80,9 @@ void KovaCountdownMessageBoxTest::countsBySeconds()
     QVERIFY2(elapsed.elapsed() >= 950, qPrintable(QString::number(elapsed.elapsed())));
 }
 
-void KovaCountdownMessageBoxTest::secondButtonCancels()
+void KovaCountdownMessageBoxTest::goesOnAfterTheSecondButtonClosedIt()
 {
-    KovaCountdownMessageBox box(20, nullptr);
+    KovaCountdownMessageBox box(4, nullptr);
     QTimer::singleShot(0, &box, [&] {
         showActive(&box);
         // Without an escape button the countdown cannot be left by accident.
@@ -98,18 +92,10 @@ void KovaCountdownMessageBoxTest::secondButtonCancels()
         click(box.button(QMessageBox::Discard));
     });
     QCOMPARE(box.exec(), 8388608);
-}
-
-void KovaCountdownMessageBoxTest::goesOnAfterItWasClosed()
-{
-    KovaCountdownMessageBox box(2, nullptr);
-    QSignalSpy finished(&box, &QDialog::finished);
-    box.show();
-    box.button(QMessageBox::Discard)->click();
     QVERIFY(!box.isVisible());
-    QCOMPARE(finished.takeFirst().first().toInt(), 8388608);
+    QSignalSpy finished(&box, &QDialog::finished);
     QVERIFY(finished.wait());
-    QCOMPARE(finished.takeFirst().first().toInt(), 1024);
+    QCOMPARE(finished.first().first().toInt(), 1024);
 }
 
 void KovaCountdownMessageBoxTest::neverClicksAButtonThatIsGone()

@@ -93,16 +93,12 @@ void KovaDateSelectorTest::showsWhatIsChosen()
 {
     QCOMPARE(m_box->currentText(), "Choose a date");
     QCOMPARE(m_box->currentData(), QVariant(QDate()));
-    QCOMPARE(m_box->view(), m_box->getCalendarView());
-    QCOMPARE(m_box->height(), kovaPx(32));
-
-    QList<QPair<int, QDate>> changes;
-    connect(m_box, QOverload<int>::of(&QComboBox::currentIndexChanged), this, [&](int index) {
-        changes.append({index, m_box->currentData().toDate()});
-    });
+    QList<QDate> changes;
+    connect(m_box, QOverload<int>::of(&QComboBox::currentIndexChanged), this,
+            [&] { changes.append(m_box->currentData().toDate()); });
     m_box->dateSelect(QDate(2023, 3, 5));
     QCOMPARE(m_box->currentText(), "2023-03-05");
-    QCOMPARE(changes, (QList<QPair<int, QDate>>{{-1, QDate()}, {0, QDate(2023, 3, 5)}}));
+    QCOMPARE(changes, (QList<QDate>{QDate(), QDate(2023, 3, 5)}));
     QCOMPARE(part("monthbutton")->text() + part("yearbutton")->text(), "March2023");
 
     // What the field shows is what Return chooses when the calendar is opened.
@@ -116,11 +112,10 @@ void KovaDateSelectorTest::showsWhatIsChosen()
     QCOMPARE(m_box->currentText(), "Choose a date");
     QCOMPARE(part("yearbutton")->text(), "2023");
     m_box->hidePopup();
-
     m_box->dateSelect(QDate(2023, 3, 5));
     m_box->clearDate();
     QCOMPARE(m_box->currentText(), "Choose a date");
-    QVERIFY(m_box->currentData().toDate().isNull());
+    QCOMPARE(m_box->currentData(), QVariant(QDate()));
     QCOMPARE(part("yearbutton")->text(), QString::number(QDate::currentDate().year()));
 }
 
@@ -217,7 +212,7 @@ void KovaDateSelectorTest::closesWithoutChoosing()
 
 void KovaDateSelectorTest::clicksBesideTheDaysKeepItOpen()
 {
-    KovaCalanderView *view = m_box->getCalendarView();
+    auto *view = m_box->getCalendarView();
     view->setCurrentPage(2024, 9);
     view->setMinimumDate(QDate(2024, 9, 20));
     view->setMaximumDate(QDate(2024, 9, 24));

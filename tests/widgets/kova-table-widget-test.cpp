@@ -44,35 +44,33 @@ struct Edges
 {
     explicit Edges(KovaTableWidget *view)
     {
-        const QImage picture = view->grab().toImage();
         const QWidget *viewport = view->getTable()->viewport();
         const QPoint origin = viewport->mapTo(view, QPoint());
-        const bool reverse = view->isRightToLeft();
-        const auto colorAt = [&](int x, int y) {
-            return picture.pixelColor(origin.x() + (reverse ? viewport->width() - 1 - x : x), y);
-        };
+        const QRect area(origin.x(), 0, viewport->width(), view->height());
+        const QImage picture = view->grab(area).toImage().mirrored(view->isRightToLeft(), false);
         // The second row is looked at: the current cell, with its frame, is in the first.
         const int headerY = kovaPx(15);
         const int rowY = origin.y() + kovaPx(42);
-        for (int x = 0; x + 1 < viewport->width(); ++x) {
-            if (colorAt(x, headerY) == QColor(Qt::red) && colorAt(x + 1, headerY) != Qt::red)
-                header.append(QString::number(x));
-            if (colorAt(x, rowY) != colorAt(x + 1, rowY))
-                rows.append(QString::number(x));
+        const QRgb red = QColor(Qt::red).rgb();
+        for (int x = 1; x < picture.width(); ++x) {
+            if (picture.pixel(x - 1, headerY) == red && picture.pixel(x, headerY) != red)
+                header.append(x);
+            if (picture.pixel(x - 1, rowY) != picture.pixel(x, rowY))
+                rows.append(x);
         }
         // The header's extra column comes into sight when the others leave room.
         if (header.size() == rows.size() + 1)
             header.removeLast();
     }
 
-    QStringList header;
-    QStringList rows;
+    QList<int> header;
+    QList<int> rows;
 };
 
 #define VERIFY_ALIGNED(view, leastCount)                                                           \
     do {                                                                                           \
         const Edges edges((view).get());                                                           \
-        QCOMPARE(edges.header.join(" "), edges.rows.join(" "));                                    \
+        QCOMPARE(edges.header, edges.rows);                                                        \
         QVERIFY(edges.rows.size() >= (leastCount));                                                \
     } while (false)
 
@@ -85,12 +83,10 @@ class KovaTableWidgetTest : public QObject
 private Q_SLOTS:
     void initTestCase();
     void buildsHeaderAndRows();
-    void emptyColumnsDoNoHarm();
     void sharesTheSpareWidth();
     void alignedWhenDragged();
     void alignedWhenScrolledSideways();
     void alignedWhenResized();
-    void hidesColumnsInBoth_data();
     void hidesColumnsInBoth();
     void scrollBarHidesWhenAllRowsFit();
     void keyboardWalksTheRows();
@@ -132,16 +128,6 @@ void KovaTableWidgetTest::buildsHeaderAndRows()
     // Cells are read out with the names of their columns.
     QAccessibleInterface *table = QAccessible::queryAccessibleInterface(view.getTable());
     QCOMPARE(table->tableInterface()->columnDescription(2), "Event");
-}
-
-void KovaTableWidgetTest::emptyColumnsDoNoHarm()
-{
-    KovaTableWidget view(KovaTableColumnsInfo(), nullptr);
-    showActive(&view);
-    QCOMPARE(view.getHeader()->count(), 1);
-    QCOMPARE(view.getHeader()->sectionSize(0), kovaPx(12));
-    QCOMPARE(view.getTable()->columnCount(), 0);
-    view.resize(100, 100);
 }
 
 void KovaTableWidgetTest::sharesTheSpareWidth()
@@ -232,43 +218,35 @@ void KovaTableWidgetTest::alignedWhenResized()
     VERIFY_ALIGNED(view, 3);
 }
 
-void KovaTableWidgetTest::hidesColumnsInBoth_data()
-{
-    QTest::addColumn<bool>("hideInHeader");
-    QTest::addColumn<bool>("showInHeader");
-    for (const bool hide : {true, false}) {
-        for (const bool show : {true, false})
-            QTest::addRow("hidden in header %d, shown there %d", hide, show) << hide << show;
-    }
-}
-
 void KovaTableWidgetTest::hidesColumnsInBoth()
 {
-    QFETCH(bool, hideInHeader);
-    QFETCH(bool, showInHeader);
     KovaTableColumnsInfo columns = threeColumns(0.3);
     columns.addColumn("Size", 80, false, 0);
     const auto view = colourfulTable(columns, 3);
     showActive(view.get());
     QHeaderView *rows = view->getTable()->horizontalHeader();
+    const int width = view->width();
     const int before = rows->sectionSize(1);
+    const QPair<QHeaderView *, QHeaderView *> cases[] = {{view->getHeader(), view->getHeader()},
+                                                         {view->getHeader(), rows},
+                                                         {rows, view->getHeader()},
+                                                         {rows, rows}};
+    for (const auto &[hiding, showing] : cases) {
+        hiding->hideSection(1);
+        hiding->hideSection(0);
+        QVERIFY(rows->isSectionHidden(0) && rows->isSectionHidden(1));
+        QCOMPARE(rows->length() + kovaPx(12), view->getHeader()->length());
+        VERIFY_ALIGNED(view, 2);
 
-    QHeaderView *hiding = hideInHeader ? view->getHeader() : rows;
-    hiding->hideSection(1);
-    hiding->hideSection(0);
-    QVERIFY(rows->isSectionHidden(0) && rows->isSectionHidden(1));
-    QCOMPARE(rows->length() + kovaPx(12), view->getHeader()->length());
-    VERIFY_ALIGNED(view, 2);
-
-    // A width that was shared meanwhile is the one to come back.
-    view->resize(view->width() - 100, view->height());
-    QVERIFY(rows->isSectionHidden(1));
-    QHeaderView *showing = showInHeader ? view->getHeader() : rows;
-    showing->showSection(0);
-    showing->showSection(1);
-    QVERIFY(qAbs(rows->sectionSize(1) - (before - 30)) <= 1);
-    QCOMPARE(rows->length() + kovaPx(12), view->getHeader()->length());
-    VERIFY_ALIGNED(view, 4);
+        // A width that was shared meanwhile is the one to come back.
+        view->resize(width - 100, view->height());
+        showing->showSection(0);
+        showing->showSection(1);
+        QVERIFY(qAbs(rows->sectionSize(1) - (before - 30)) <= 1);
+        QCOMPARE(rows->length() + kovaPx(12), view->getHeader()->length());
+        VERIFY_ALIGNED(view, 4);
+        view->resize(width, view->height());
+    }
 }
 
 void KovaTableWidgetTest::scrollBarHidesWhenAllRowsFit()
@@ -290,18 +268,17 @@ void KovaTableWidgetTest::keyboardWalksTheRows()
 {
     QWidget window;
     auto *layout = new QVBoxLayout(&window);
-    auto *view = colourfulTable(threeColumns(), 60).release();
     auto *field = new QLineEdit;
-    layout->addWidget(view);
+    auto *view = colourfulTable(threeColumns(), 60).release();
     layout->addWidget(field);
+    layout->addWidget(view);
     showActive(&window);
     QTableWidget *table = view->getTable();
     field->setFocus();
     press(&window, Qt::Key_Tab);
-    QVERIFY(table->hasFocus());
-    table->setCurrentCell(0, 0);
-    press(&window, Qt::Key_Down);
-    QCOMPARE(table->selectionModel()->selectedRows(), {table->model()->index(1, 0)});
+    for (int i = 0; i < 2; ++i)
+        press(&window, Qt::Key_Down);
+    QCOMPARE(table->selectionModel()->selectedRows(), {table->model()->index(2, 0)});
     // A hidden column is no place for the keyboard to be.
     view->getHeader()->hideSection(1);
     press(&window, Qt::Key_Right);
@@ -316,12 +293,14 @@ void KovaTableWidgetTest::nothingIsLeftBehind()
     {
         const auto view = colourfulTable(threeColumns(), 200);
         showActive(view.get());
-        QVERIFY(QApplication::allWidgets().size() > before);
     }
     QCOMPARE(QApplication::allWidgets().size(), before);
-    // The rows, taken out and deleted by the host on its own.
-    const auto view = colourfulTable(threeColumns(), 2);
-    delete view->getTable();
+    // No columns, and the rows deleted by the host on its own.
+    KovaTableWidget view(KovaTableColumnsInfo(), nullptr);
+    showActive(&view);
+    QCOMPARE(view.getHeader()->sectionSize(0), kovaPx(12));
+    delete view.getTable();
+    view.resize(100, 100);
 }
 
 QTEST_MAIN(KovaTableWidgetTest)

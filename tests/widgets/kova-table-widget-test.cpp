@@ -112,6 +112,7 @@ void KovaTableWidgetTest::buildsHeaderAndRows()
     QCOMPARE(columns.addColumn("!", 6, false, 0), 3);
     KovaTableWidget view(columns, nullptr);
     view.initailze(); // once more does nothing
+    QCOMPARE(view.findChildren<ResizeSignalTableWidget *>().size(), 1);
     QCOMPARE(warnings.take(), QStringList());
 
     const QHeaderView *header = view.getHeader();
@@ -150,7 +151,15 @@ void KovaTableWidgetTest::sharesTheSpareWidth()
     QCOMPARE(widths(1.0 / 3, fixed + 1000), (QList<int>{fixed, 333, 333}));
     QCOMPARE(widths(0.8, fixed + 1000), (QList<int>{fixed, 800, 800}));
     QCOMPARE(widths(0.5, kovaPx(300)), (QList<int>{fixed, least, least}));
-    QCOMPARE(widths(0, kovaPx(800)), (QList<int>{fixed, least, least}));
+
+    // A column without a share keeps the width that the user gave to it.
+    KovaTableColumnsInfo columns = threeColumns(0);
+    columns.addColumn("Rest", 50, true, 1);
+    KovaTableWidget view(columns, nullptr);
+    view.getHeader()->resizeSection(1, kovaPx(160));
+    view.slotTableResized({kovaPx(800), 100});
+    QCOMPARE(view.getTable()->columnWidth(1), kovaPx(160));
+    QCOMPARE(view.getTable()->columnWidth(3), kovaPx(400));
 }
 
 void KovaTableWidgetTest::alignedWhenDragged()
@@ -170,9 +179,11 @@ void KovaTableWidgetTest::alignedWhenDragged()
         QCOMPARE(view->getHeader()->sectionSize(1), before + way);
         VERIFY_ALIGNED(view, 3);
     }
-    // The edge of a fixed column cannot be dragged.
+    // The edges of a fixed column and of the extra one cannot be dragged.
     drag({kovaPx(200) - 2, kovaPx(15)}, 30);
     QCOMPARE(view->getTable()->columnWidth(0), kovaPx(200));
+    drag({view->getHeader()->length() - 2, kovaPx(15)}, -5);
+    QCOMPARE(view->getHeader()->sectionSize(3), kovaPx(12));
 }
 
 void KovaTableWidgetTest::alignedWhenScrolledSideways()

@@ -1,6 +1,6 @@
 #include "browser-window.h"
 
-#include "help-access-manager_p.h"
+#include "plain-access-manager_p.h"
 
 #include <kovakit-qt/style/dpi-info.h>
 #include <kovakit-qt/style/style-manager.h>
@@ -57,7 +57,7 @@ BrowserWindow::~BrowserWindow()
 
 void BrowserWindow::init()
 {
-    m_manager = new HelpAccessManager;
+    m_manager = new PlainAccessManager;
     connect(m_manager, &QNetworkAccessManager::finished, this, &BrowserWindow::slotReceiveReply);
     m_timer = new QTimer;
     m_timer->setSingleShot(true);
@@ -101,11 +101,12 @@ void BrowserWindow::slotReceiveReply(QNetworkReply *reply)
     reply->deleteLater();
     m_running = qMax(0, m_running - 1);
     m_busy->setVisible(m_running > 0);
-    if (reply->error() != QNetworkReply::NoError || isTooLong(reply)) {
+    if (reply->error() != QNetworkReply::NoError || isTooLong(reply) || !isPlain(reply)) {
         fallbackOffline();
         return;
     }
-    const QByteArray body = reply->readAll();
+    // Reading takes as long as the square of the number of pieces in which the page has come.
+    const QByteArray body = reply->peek(maxPageBytes);
     // Up to the first NUL byte.
     showPage(QString::fromUtf8(body.constData()));
 }

@@ -19,7 +19,8 @@ class QTimer;
  * of the page, styled by "component.help_busy". Escape closes the dialog, links open in the
  * desktop's browser. The dialog has no size and no title of its own; give it both.
  *
- * The application's proxy settings hold for the fetch. Redirects are not followed.
+ * The application's proxy settings hold for the fetch. Redirects are not followed, and a page that
+ * is sent compressed, though it was not asked for like that, counts as a network error.
  */
 class KOVAKIT_EXPORT BrowserWindow : public QDialog
 {

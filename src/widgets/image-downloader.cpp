@@ -1,16 +1,19 @@
 #include "image-downloader.h"
 
+#include "plain-access-manager_p.h"
+
 #include <kovakit-qt/utils/safe-file_p.h>
 
 #include <QFileInfo>
-#include <QNetworkAccessManager>
 #include <QNetworkReply>
 #include <QNetworkRequest>
 #include <QUrl>
 
 namespace {
 
-constexpr qint64 readStep = qint64(1024) * 1024;
+// Reading takes as long as the square of the number of pieces that wait, and a server may send
+// each byte as a piece of its own.
+constexpr qint64 readStep = qint64(16) * 1024;
 
 } // namespace
 
@@ -32,7 +35,7 @@ void ImageDownloader::start()
 {
     if (manager || finished)
         return;
-    manager = new QNetworkAccessManager;
+    manager = new PlainAccessManager;
     connect(manager, &QNetworkAccessManager::finished, this, &ImageDownloader::slotFinishDownload);
     m_started.start();
     m_active.start();

@@ -38,7 +38,8 @@ public:
 
     /**
      * Sends the request. It has no headers of its own and no time-out; the application's proxy
-     * settings hold for it. Only the first call has an effect.
+     * settings hold for it. Nothing is unpacked: a picture that the server compresses, though it is
+     * asked not to, is written as it comes. Only the first call has an effect.
      *
      * Redirects are not followed. The address of a pipe or a device counts as a network error.
      */

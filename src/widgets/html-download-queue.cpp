@@ -29,6 +29,8 @@ void HtmlDownloadQueue::take(ImageDownloader *job)
 {
     if (!m_running.removeOne(job))
         m_waiting.removeOne(job);
+    if (!m_waiting.isEmpty())
+        m_waiting.last()->takeOver(job);
     startWaiting();
 }
 

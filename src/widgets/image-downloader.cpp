@@ -33,9 +33,10 @@ ImageDownloader::~ImageDownloader()
 
 void ImageDownloader::start()
 {
-    if (manager || finished)
+    if (m_started.isValid() || finished)
         return;
-    manager = new PlainAccessManager;
+    if (!manager)
+        manager = new PlainAccessManager;
     connect(manager, &QNetworkAccessManager::finished, this, &ImageDownloader::slotFinishDownload);
     m_started.start();
     m_active.start();
@@ -46,11 +47,22 @@ void ImageDownloader::start()
         refuse();
         return;
     }
-    m_reply = manager->get(QNetworkRequest(remote));
+    QNetworkRequest request(remote);
+    request.setAttribute(QNetworkRequest::CookieLoadControlAttribute, QNetworkRequest::Manual);
+    request.setAttribute(QNetworkRequest::CookieSaveControlAttribute, QNetworkRequest::Manual);
+    m_reply = manager->get(request);
     // What is read in one step is bounded too; the rest stays with the server.
     m_reply->setReadBufferSize(readStep);
     connect(m_reply, &QNetworkReply::metaDataChanged, this, &ImageDownloader::read);
     connect(m_reply, &QNetworkReply::readyRead, this, &ImageDownloader::read);
+}
+
+void ImageDownloader::takeOver(ImageDownloader *earlier)
+{
+    if (manager || !std::exchange(earlier->m_hasGoodManager, false))
+        return;
+    manager = std::exchange(earlier->manager, nullptr);
+    manager->disconnect(earlier);
 }
 
 void ImageDownloader::read()
@@ -112,6 +124,7 @@ void ImageDownloader::slotFinishDownload(QNetworkReply *reply)
         return;
     }
     replaceOwnFile(filePath, m_body);
+    m_hasGoodManager = manager && reply->manager() == manager;
     finish(0);
 }
 

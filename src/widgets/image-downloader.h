@@ -81,6 +81,11 @@ Q_SIGNALS:
     void sigDownloadFinish(QString url, int result);
 
 private:
+    friend class HtmlDownloadQueue;
+
+    // Takes the network manager of one that has ended well, and with it a thread that runs and a
+    // connection that the server may have kept open. Before start().
+    void takeOver(ImageDownloader *earlier);
     void finish(int code);
     void read();
 
@@ -90,6 +95,7 @@ private:
     bool finished = false;
     int result = 0;
     QNetworkReply *m_reply = nullptr;
+    bool m_hasGoodManager = false;
     QByteArray m_body;
     QElapsedTimer m_started;
     QElapsedTimer m_active;

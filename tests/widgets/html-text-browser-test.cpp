@@ -49,6 +49,8 @@ private Q_SLOTS:
     void showsWhatArrives();
     void gathersArrivals();
     void limitsDownloadsAndKeepsTheirOrder();
+    void keepsConnections_data();
+    void keepsConnections();
     void showsTheNewTextFirst();
     void beginsRepeatedDownloadsAnew();
     void stopsWithTheBrowser();
@@ -202,6 +204,56 @@ void HtmlTextBrowserTest::limitsDownloadsAndKeepsTheirOrder()
         const int at = m_server->requests().indexOf(pathOf(i));
         QVERIFY2(qAbs(at - i) < 50, qPrintable(QString("%1 was number %2").arg(i).arg(at)));
     }
+}
+
+void HtmlTextBrowserTest::keepsConnections_data()
+{
+    QTest::addColumn<int>("answersEach");
+    QTest::addColumn<QByteArray>("status");
+    QTest::addColumn<int>("connections");
+    const int all = 30;
+    QTest::newRow("kept") << all << QByteArray("200 OK") << int(HtmlTextBrowser::maxDownloads);
+    QTest::newRow("closed without a word") << 2 << QByteArray("200 OK") << all / 2;
+    QTest::newRow("not after errors") << all << QByteArray("404 Not Found") << all;
+}
+
+// A server that speaks HTTP as most do: a connection carries several requests.
+void HtmlTextBrowserTest::keepsConnections()
+{
+    QFETCH(int, answersEach);
+    QFETCH(QByteArray, status);
+    QFETCH(int, connections);
+    const QByteArray picture = pngFile({40, 30});
+    const QByteArray answer = "HTTP/1.1 " + status + "\r\nSet-Cookie: a=b\r\nContent-Length: "
+                            + QByteArray::number(picture.size()) + "\r\n\r\n" + picture;
+    int accepted = 0;
+    int answered = 0;
+    QByteArray cookies;
+    QTcpServer server;
+    QVERIFY(server.listen(QHostAddress::LocalHost));
+    connect(&server, &QTcpServer::newConnection, this, [&] {
+        QTcpSocket *socket = server.nextPendingConnection();
+        ++accepted;
+        connect(socket, &QTcpSocket::readyRead, this, [&, socket, left = answersEach]() mutable {
+            const QByteArray request = socket->readAll();
+            if (request.toLower().contains("\r\ncookie:"))
+                cookies = request;
+            socket->write(answer);
+            ++answered;
+            if (--left == 0)
+                socket->disconnectFromHost();
+        });
+    });
+    m_browser->setText(
+        QString("<html><base href=\"http://127.0.0.1:%1/x/\">").arg(server.serverPort())
+        + pictures(0, 30));
+    QTRY_COMPARE(answered, 30);
+    const QSize expected = status.startsWith("200") ? QSize(40, 30) : m_placeholder;
+    for (int i = 0; i < 30; ++i)
+        QTRY_COMPARE(shownSize(QString("../image/%1.png").arg(i)), expected);
+    QVERIFY2(qAbs(accepted - connections) <= connections / 5,
+             qPrintable(QString::number(accepted)));
+    QCOMPARE(cookies, QByteArray());
 }
 
 void HtmlTextBrowserTest::showsTheNewTextFirst()

@@ -116,8 +116,7 @@ void GalleryTest::speaksTheLanguage()
 {
     QMap<QString, QImage> pages;
     QMap<QString, QString> errors;
-    for (const QString &language :
-         {QString("enu"), QString("deu"), QString("xyz"), QString("../deu")}) {
+    for (const QString &language : QStringList{"enu", "deu", "xyz", "../deu"}) {
         const QDir folder(m_scratch.filePath("page-" + QString(language).remove('/')));
         const Outcome outcome =
             run({"--lang", language, "--page", "buttons", "--screenshots", folder.path()});

@@ -82,7 +82,7 @@ void HelpWindowTest::initTestCase()
 {
     qputenv("TMPDIR", QFile::encodeName(scratchFolder()));
     setUpHost();
-    for (const QString &lang : {QString("enu"), QString("ger"), QString("spn"), QString("fre")})
+    for (const QString &lang : QStringList{"enu", "ger", "spn", "fre"})
         writeScratchFile("help/" + lang + "/page.html", "<p>offline " + lang.toUtf8() + " ä</p>");
     writeScratchFile("help/enu/long.html", QByteArray(5000000, 'x'));
     const QString pipe = scratchFolder() + "/help/enu/pipe.html";
@@ -211,7 +211,7 @@ void HelpWindowTest::laterAnswerWins()
     CountingWindow window;
     QSignalSpy fellBack(&window, &CountingWindow::fellBack);
     window.show();
-    for (const QString &page : {QString("one"), QString("two")}) {
+    for (const QString &page : QStringList{"one", "two"}) {
         const int open = m_server->openRequests();
         m_server->answer('/' + page, page.toUtf8());
         window.reload(address(page));

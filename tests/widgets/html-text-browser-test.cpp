@@ -103,10 +103,10 @@ int HtmlTextBrowserTest::countPixels(const QColor &color)
 
 void HtmlTextBrowserTest::showsTextWithoutBaseAsItIs()
 {
-    for (const QString &text : {QString("base href, no tags: src=\"x\""),
-                                QString("<p>a <img src=\"../image/1.png\"></p>"),
-                                QString("<BASE HREF=\"http://127.0.0.1/\"><img src=\"1.png\">"),
-                                QString("<p>a <base href=\"http://127.0.0.1/")}) {
+    for (const QString &text :
+         QStringList{"base href, no tags: src=\"x\"", "<p>a <img src=\"../image/1.png\"></p>",
+                     "<BASE HREF=\"http://127.0.0.1/\"><img src=\"1.png\">",
+                     "<p>a <base href=\"http://127.0.0.1/"}) {
         m_browser->setText(text);
         QTextEdit plain;
         plain.setText(text);

@@ -125,9 +125,9 @@ void ImageDownloaderTest::leavesTheFileOnAnError()
     const QString file = inFolder("old.png");
     QCOMPARE(download(file, "new"), 0);
     for (const QString &address :
-         {QString("missing"), QString("short"), QString("nothing"), QString("garbage"),
-          QString("reset"), QString("gigabyte"), m_server.base().replace("http:", "https:"),
-          QString("http://"), QString(":"), QString("nonsense:x"), "file://" + pipe}) {
+         QStringList{"missing", "short", "nothing", "garbage", "reset", "gigabyte",
+                     m_server.base().replace("http:", "https:"), "http://", ":", "nonsense:x",
+                     "file://" + pipe}) {
         QVERIFY2(download(file, address) == -1, qPrintable(address));
         QCOMPARE(contentOf(file), QByteArray("new bytes"));
         QCOMPARE(entries().size(), 1);
@@ -137,8 +137,8 @@ void ImageDownloaderTest::leavesTheFileOnAnError()
 void ImageDownloaderTest::neverWritesToOddNames()
 {
     for (const QString &name :
-         {QString(), QString("."), QString(".."), QString("a") + QChar::Null + "b",
-          QString(256, 'a'), QString(100, QChar(0x4E00)), QString("missing/a.png")}) {
+         QStringList{QString(), ".", "..", QString("a") + QChar::Null + "b", QString(256, 'a'),
+                     QString(100, QChar(0x4E00)), "missing/a.png"}) {
         QCOMPARE(download(inFolder(name), "new"), 0);
         QCOMPARE(entries(), QStringList());
     }

@@ -134,8 +134,8 @@ void KovaButtonPathTest::sizesButtons()
 void KovaButtonPathTest::showsAwkwardNames()
 {
     for (const QString &name :
-         {QString("R&D"), QString("&a&&b&&&"), QString("  a  b "), QString("מסמכים (2)"),
-          QString("📁 photos 👩‍👩‍👧"), QString("<b>bold<b> %1"), QString(300, 'x')}) {
+         QStringList{"R&D", "&a&&b&&&", "  a  b ", "מסמכים (2)", "📁 photos 👩‍👩‍👧",
+                     "<b>bold<b> %1", QString(300, 'x')}) {
         show(name + '/' + name + "/end");
         QPushButton *button = nameButtons(*m_bar).at(1);
         QCOMPARE(spoken(button), name);

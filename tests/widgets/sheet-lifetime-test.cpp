@@ -191,7 +191,7 @@ void SheetLifetimeTest::animatedSheetsEnd()
     const std::unique_ptr<QWidget> window(newWindow());
     const QString movie = themeFolder() + "/images/processing.gif";
     QVERIFY(QFileInfo(movie).isFile());
-    for (const QString &file : {movie, movie, QString("/no/such/movie.gif")}) {
+    for (const QString &file : QStringList{movie, movie, "/no/such/movie.gif"}) {
         KovaMessageSheet sheet("Copying…", file, window.get());
         KovaMask::createMask(&sheet, window.get(), QColor(0, 0, 0, 20));
         QTimer::singleShot(50, &sheet, &KovaMessageSheet::quit);

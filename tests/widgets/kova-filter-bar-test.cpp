@@ -60,6 +60,8 @@ void KovaFilterBarTest::keepsThePlaceOfItsButtonFree()
     QCOMPARE(m_bar->height(), kovaPx(28));
     QCOMPARE(button->geometry(), QRect(kovaPx(4), kovaPx(2), kovaPx(34), kovaPx(24)));
     QCOMPARE(button->cursor().shape(), Qt::ArrowCursor);
+    press(m_bar, Qt::Key_Tab);
+    QVERIFY2(m_bar->hasFocus(), "the button is no stop of its own");
     press(m_bar, Qt::Key_M);
     m_bar->setCursorPosition(0);
     QVERIFY(m_bar->inputMethodQuery(Qt::ImCursorRectangle).toRect().center().x()

@@ -32,6 +32,9 @@ BrowserWindow::BrowserWindow(QWidget *parent)
     , m_busy(new QProgressBar(m_browser))
 {
     m_browser->setOpenExternalLinks(true);
+    // A link leads to another page with a title of its own.
+    connect(m_browser, &QTextBrowser::sourceChanged, this,
+            [this] { m_browser->setAccessibleName(m_browser->documentTitle()); });
     init();
     auto *box = new QVBoxLayout(this);
     box->addWidget(m_browser);

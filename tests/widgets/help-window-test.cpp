@@ -64,6 +64,7 @@ private Q_SLOTS:
     void canBeDeletedWhileFetching();
     void isBusyUntilTheAnswer();
     void isUsedByKeyboard();
+    void leadsToFurtherPages();
     void openUrl(const QUrl &url) { m_opened.append(url); }
 
 private:
@@ -285,6 +286,22 @@ void HelpWindowTest::isUsedByKeyboard()
     QVERIFY(window.isVisible());
     press(&window, Qt::Key_Escape);
     QTRY_VERIFY(!window.isVisible());
+}
+
+void HelpWindowTest::leadsToFurtherPages()
+{
+    writeScratchFile("help/enu/first.html", "<title>First</title><a href=\"more/next.html\">n</a>");
+    writeScratchFile("help/enu/more/next.html", "<title>Next</title><p>next page</p>");
+    HelpWindow::setKnowledgeBaseHost("help.invalid");
+    HelpContext first = context();
+    first.link = "first.html";
+    HelpWindow window(first, nullptr);
+    showActive(&window);
+    QTRY_COMPARE(spoken(browserOf(window)), QString("First"));
+    press(&window, Qt::Key_Tab);
+    press(&window, Qt::Key_Return);
+    QTRY_COMPARE(shownText(window), QString("next page"));
+    QCOMPARE(spoken(browserOf(window)), QString("Next"));
 }
 
 QTEST_MAIN(HelpWindowTest)

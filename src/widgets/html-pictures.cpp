@@ -16,11 +16,12 @@ namespace {
 // In the text's own pixels, which Qt scales for the display like those of every picture.
 constexpr int placeholderSize = 16;
 
-// Only formats that are pixels and nothing else: a drawing can name further files.
+// Only formats that are pixels and nothing else: a drawing can name further files, and an icon file
+// can hold a picture of another size than it says.
 bool isPixelFormat(const QByteArray &format)
 {
-    static const QSet<QByteArray> formats = {"png", "jpg",  "jpeg", "gif", "bmp",
-                                             "ico", "webp", "xpm",  "xbm", "ppm"};
+    static const QSet<QByteArray> formats = {"png",  "jpg", "jpeg", "gif", "bmp",
+                                             "webp", "xpm", "xbm",  "ppm"};
     return formats.contains(format);
 }
 

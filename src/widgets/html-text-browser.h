@@ -23,8 +23,9 @@ class QTimer;
  * pictures.
  *
  * A page shows only what lies in its search paths: regular files inside them after all links are
- * resolved, pictures of pixels (no drawings), and program resources. Anything else, and a picture
- * beyond the limits below, shows as missing. Only http and https addresses are downloaded.
+ * resolved, pictures of pixels (no drawings, no icon files), and program resources. Anything else,
+ * and a picture beyond the limits below, shows as missing. Only http and https addresses are
+ * downloaded.
  *
  * What would take too long to lay out is shown plain, without downloads: a text of more than
  * 500,000 characters, with a word of more than 5,000, with more than 1,000 elements or 10 tables

@@ -313,6 +313,9 @@ void HtmlTextBrowserTest::showsFilesOfSearchPathsOnly()
     writeScratchFile("pages/huge.png", hugePngFile());
     writeScratchFile("pages/drawing.png", "<svg xmlns=\"http://www.w3.org/2000/svg\" width=\"11\" "
                                           "height=\"13\"><rect width=\"11\" height=\"13\"/></svg>");
+    // An icon of 11 by 13 pixels, if its header is to be believed.
+    writeScratchFile("pages/icon.png",
+                     QByteArray::fromHex("0000010001000b0d00000100200000ffff0016000000") + picture);
     writeScratchFile("pages/empty.png", "");
     writeScratchFile("pages/half.png", picture.left(40));
     QFile::link(outside, pages + "/link.png");
@@ -341,6 +344,7 @@ void HtmlTextBrowserTest::showsFilesOfSearchPathsOnly()
                                  "sub",
                                  "huge.png",
                                  "drawing.png",
+                                 "icon.png",
                                  "empty.png",
                                  "half.png",
                                  QString()};

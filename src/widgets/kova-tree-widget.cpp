@@ -91,6 +91,14 @@ void KovaTreeWidget::scrollContentsBy(int dx, int dy)
         setHoveredRow(rowAt(*m_lastPointer));
 }
 
+void KovaTreeWidget::selectionChanged(const QItemSelection &selected,
+                                      const QItemSelection &deselected)
+{
+    QTreeWidget::selectionChanged(selected, deselected);
+    // Left to itself the tree paints only the columns anew, and the highlight reaches beyond them.
+    viewport()->update();
+}
+
 void KovaTreeWidget::paintEvent(QPaintEvent *event)
 {
     // On X11 the question is a round trip to the server.

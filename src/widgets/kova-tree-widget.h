@@ -78,6 +78,9 @@ protected:
     bool viewportEvent(QEvent *event) override;
     /** Keeps the highlight under the pointer, over which the rows move away. */
     void scrollContentsBy(int dx, int dy) override;
+    /** Keeps the highlight as wide as the row, which may be wider than its columns. */
+    void selectionChanged(const QItemSelection &selected,
+                          const QItemSelection &deselected) override;
     /** Asks for the pointer once for all rows. */
     void paintEvent(QPaintEvent *event) override;
     /** Draws the highlight of the row, then the row. */

@@ -182,6 +182,8 @@ void KovaPagingBarTest::footerLabelsComeAndGo()
     // A label that went is not taken up again, nor is it deleted.
     QCOMPARE(f.bar.findChildren<QLabel *>().size(), 3);
     QVERIFY(!labels[1]->isVisible());
+    f.bar.setFooterText("c"); // leaves the width as it is
+    QCOMPARE(labels[0]->width(), kovaPx(90));
 }
 
 void KovaPagingBarTest::firstFooterStyleDependsOnTheRefreshButton()

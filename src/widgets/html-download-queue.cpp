@@ -7,7 +7,9 @@
 namespace {
 
 constexpr int watchInterval = 1000;
-constexpr qint64 longestSilence = 10000;
+constexpr qint64 longestSilence = 60000;
+// While others wait.
+constexpr qint64 shortSilence = 10000;
 constexpr qint64 longestDownload = 60000;
 
 } // namespace
@@ -40,7 +42,7 @@ void HtmlDownloadQueue::startWaiting()
         m_running.append(m_waiting.takeLast());
         m_running.last()->start();
     }
-    if (m_waiting.isEmpty())
+    if (m_running.isEmpty())
         m_watch.stop();
     else if (!m_watch.isActive())
         m_watch.start();
@@ -51,7 +53,9 @@ void HtmlDownloadQueue::endStalled()
     // Each one that is given up leaves the list.
     const QVector<ImageDownloader *> running = m_running;
     for (ImageDownloader *job : running) {
-        if (job->idleTime() > longestSilence || job->runningTime() > longestDownload)
+        const bool isAwaited = !m_waiting.isEmpty();
+        if (job->idleTime() > (isAwaited ? shortSilence : longestSilence)
+            || (isAwaited && job->runningTime() > longestDownload))
             job->giveUp();
     }
 }

@@ -62,8 +62,8 @@ public:
      * unless the new text begins the same ones. Each call with a base puts the picture folder in
      * front of the search paths.
      *
-     * While other pictures wait, a download that has been silent for 10 seconds, or has taken 60
-     * in all, is ended as a network error.
+     * A download that has been silent for 60 seconds is ended as a network error; while other
+     * pictures wait, one that has been silent for 10 seconds or has taken 60 in all.
      */
     void setText(const QString &text);
 

@@ -18,7 +18,7 @@ protected:
 };
 
 // For QAccessible::installFactory(), which takes each factory once however often it is given.
-template <class Widget, class Interface>
+template<class Widget, class Interface>
 QAccessibleInterface *createAccessible(const QString &className, QObject *object)
 {
     if (className != QLatin1String(Widget::staticMetaObject.className()))

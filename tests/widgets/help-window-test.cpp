@@ -6,6 +6,7 @@
 #include <kovakit-qt/kovakit-qt.h>
 
 #include <QDesktopServices>
+#include <QNetworkProxy>
 #include <QProgressBar>
 #include <QTcpSocket>
 #include <QtTest>
@@ -62,6 +63,7 @@ private Q_SLOTS:
     void givesUpAfterTenSeconds();
     void laterAnswerWins();
     void canBeDeletedWhileFetching();
+    void usesTheProxyOfTheApplication();
     void isBusyUntilTheAnswer();
     void isUsedByKeyboard();
     void leadsToFurtherPages();
@@ -248,6 +250,18 @@ void HelpWindowTest::canBeDeletedWhileFetching()
     connect(closing, &CountingWindow::fellBack, closing, &QObject::deleteLater);
     closing->reload(address("missing"));
     QTRY_VERIFY(!closing);
+}
+
+void HelpWindowTest::usesTheProxyOfTheApplication()
+{
+    HttpServer proxy;
+    proxy.answer("http://help.example.com" + m_path, "<p>by proxy</p>");
+    QNetworkProxy::setApplicationProxy(
+        QNetworkProxy(QNetworkProxy::HttpProxy, "127.0.0.1", proxy.serverPort()));
+    HelpWindow::setKnowledgeBaseHost("http://help.example.com");
+    const HelpWindow window(context(), nullptr);
+    QTRY_COMPARE(shownText(window), "by proxy");
+    QNetworkProxy::setApplicationProxy(QNetworkProxy());
 }
 
 void HelpWindowTest::isBusyUntilTheAnswer()

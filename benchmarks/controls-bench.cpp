@@ -14,6 +14,7 @@
 #include <QCoreApplication>
 #include <QHBoxLayout>
 #include <QLabel>
+#include <QPushButton>
 #include <QStyledItemDelegate>
 #include <QToolButton>
 
@@ -99,7 +100,23 @@ QWidget *plainFilterBar(int)
     return bar;
 }
 
-// The microseconds for each folder when a shown bar gets a path of that many.
+// The microseconds for each of @p count when @p refill fills a shown widget anew with that many.
+double timeOfRefill(int count, const std::function<void()> &refill)
+{
+    refill();
+    // As few as ten are over before the clock can tell.
+    const int rounds = 500 / count;
+    double time = 0;
+    for (int i = 0; i < rounds; ++i) {
+        QCoreApplication::processEvents();
+        const Stopwatch watch;
+        refill();
+        time += watch.milliseconds();
+    }
+    return time * 1000 / (rounds * count);
+}
+
+// For each folder of a path of that many.
 Bench::Side refreshOf(int folders)
 {
     return [folders] {
@@ -110,17 +127,29 @@ Bench::Side refreshOf(int folders)
         for (int i = 0; i < folders; ++i)
             names << QStringLiteral("folder %1").arg(i, 3);
         const QString path = names.join(QLatin1Char('/'));
-        bar.refresh(path);
-        // A path as short as ten folders is over before the clock can tell.
-        const int rounds = 500 / folders;
-        double time = 0;
-        for (int i = 0; i < rounds; ++i) {
-            QCoreApplication::processEvents();
-            const Stopwatch watch;
-            bar.refresh(path);
-            time += watch.milliseconds();
-        }
-        return time * 1000 / (rounds * folders);
+        return timeOfRefill(folders, [&] { bar.refresh(path); });
+    };
+}
+
+// The same without the bar: two push buttons for each folder, one behind the other.
+Bench::Side buttonsFor(int folders)
+{
+    return [folders] {
+        const QString nameSheet = getStyleSheet("component.button_path_name_button", false);
+        const QString arrowSheet = getStyleSheet("component.button_path_arrow", false);
+        QWidget row;
+        row.resize(600, 28);
+        showAndWaitForPaint(&row);
+        return timeOfRefill(folders, [&] {
+            qDeleteAll(row.findChildren<QPushButton *>());
+            for (int i = 0; i < 2 * folders; ++i) {
+                auto *button = new QPushButton(&row);
+                button->setFlat(true);
+                button->setStyleSheet(i % 2 == 0 ? nameSheet : arrowSheet);
+                button->setGeometry(30 * i, 0, 30, 26);
+                button->show();
+            }
+        });
     };
 }
 
@@ -157,6 +186,7 @@ void controls(Bench &bench)
                   buildAndShowTime(plainFilterBar));
     bench.compare({"controls/folder-of-100-to-of-10", "us", 1.10}, refreshOf(100), refreshOf(10));
     bench.compare({"controls/folder-of-500-to-of-10", "us", 1.10}, refreshOf(500), refreshOf(10));
+    bench.compare({"controls/buttons-for-500-to-for-10", "us", 0}, buttonsFor(500), buttonsFor(10));
     bench.measure({"controls/file-type-look-ups", "M/s", 0},
                   rateOf(iconOf, QStringLiteral("txt JPG tar mp3 unknown 7z")));
     bench.measure({"controls/locale-look-ups", "M/s", 0},

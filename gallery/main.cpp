@@ -14,9 +14,8 @@
 #include <QScreen>
 #include <QTemporaryDir>
 
-#if __has_include(<kovakit-qt/single-application/qtsingleapplication.h>)
+#ifdef GALLERY_IS_SINGLE
 #include <kovakit-qt/single-application/qtsingleapplication.h>
-#define GALLERY_IS_SINGLE
 #endif
 
 #include <clocale>

@@ -9,15 +9,15 @@
 
 KovaFilterBar::KovaFilterBar(QWidget *parent)
     : QLineEdit(parent)
-    , m_searchButton(new KovaIconButton(QStringLiteral("bt_search_dropdown")))
 {
     setAttribute(Qt::WA_MacShowFocusRect, false);
-
-    // In this order each style text is read once.
+    // First, so that the button is not told of it later.
     setStyleSheet(getStyleSheet("component.lineedit", false)
                   + getStyleSheet("component.filter_bar_padding", false));
-    m_searchButton->setStyleSheet(getStyleSheet("component.filter_search_button", false));
-    m_searchButton->setParent(this);
+
+    m_searchButton =
+        new KovaIconButton(QStringLiteral("bt_search_dropdown"),
+                           getStyleSheet("component.filter_search_button", false), this);
     m_searchButton->setFocusPolicy(Qt::NoFocus);
     m_searchButton->move(kovaPx(4), kovaPx(2));
     m_searchButton->setCursor(Qt::ArrowCursor);

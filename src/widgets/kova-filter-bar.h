@@ -42,5 +42,5 @@ protected:
     void keyPressEvent(QKeyEvent *event) override;
 
 private:
-    KovaIconButton *m_searchButton;
+    KovaIconButton *m_searchButton = nullptr;
 };

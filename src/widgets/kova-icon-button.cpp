@@ -7,23 +7,38 @@
 #include <QEvent>
 #include <QMouseEvent>
 
+namespace {
+
+QString houseStyle()
+{
+    return getStyleSheet("component.icon_button", false);
+}
+
+} // namespace
+
 KovaIconButton::KovaIconButton(const QPixmap &pixmap)
 {
     setDefaultIcon(pixmap);
-    initialize();
+    initialize(houseStyle());
 }
 
 KovaIconButton::KovaIconButton(const QString &imageName)
+    : KovaIconButton(imageName, houseStyle(), nullptr)
 {
-    setAllIcon(imageName);
-    initialize();
 }
 
-void KovaIconButton::initialize()
+KovaIconButton::KovaIconButton(const QString &imageName, const QString &style, QWidget *parent)
+    : QToolButton(parent)
+{
+    setAllIcon(imageName);
+    initialize(style);
+}
+
+void KovaIconButton::initialize(const QString &style)
 {
     setToolButtonStyle(Qt::ToolButtonIconOnly);
     setSizePolicy(QSizePolicy::Fixed, QSizePolicy::Fixed);
-    setStyleSheet(getStyleSheet("component.icon_button", false));
+    setStyleSheet(style);
     setPopupMode(QToolButton::InstantPopup);
 }
 

@@ -59,7 +59,12 @@ protected:
     void showEvent(QShowEvent *event) override;
 
 private:
-    void initialize();
+    friend class KovaFilterBar;
+
+    // Looks different from all others; a style set afterwards would be worked out on top.
+    KovaIconButton(const QString &imageName, const QString &style, QWidget *parent);
+
+    void initialize(const QString &style);
     void showIcon(const QIcon &icon);
     void showRestingIcon();
     void setIconSizeFrom(const QPixmap &pixmap);

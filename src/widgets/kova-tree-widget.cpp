@@ -152,18 +152,23 @@ void KovaTreeWidget::drawRow(QPainter *painter, const QStyleOptionViewItem &opti
                              const QModelIndex &index) const
 {
     const QTreeWidgetItem *item = itemFromIndex(index);
-    QStyleOptionViewItem rowOption = option;
-    if (item) {
-        if (selectionModel()->isRowSelected(index.row(), index.parent())) {
-            drawHighlight(painter, option.rect, m_selectedColor);
-        } else if (isUnderPointer(option.rect)) {
-            drawHighlight(painter, option.rect, m_hoverColor);
-            // What was painted before the pointer moved here may still show another row.
-            setHoveredRow(index);
-        }
-        if (!(item->flags() & Qt::ItemIsUserCheckable))
-            rowOption.state &= ~QStyle::State_Enabled;
+    if (!item) {
+        QTreeWidget::drawRow(painter, option, index);
+        return;
     }
+    if (selectionModel()->isRowSelected(index.row(), index.parent())) {
+        drawHighlight(painter, option.rect, m_selectedColor);
+    } else if (isUnderPointer(option.rect)) {
+        drawHighlight(painter, option.rect, m_hoverColor);
+        // What was painted before the pointer moved here may still show another row.
+        setHoveredRow(index);
+    }
+    if (item->flags() & Qt::ItemIsUserCheckable) {
+        QTreeWidget::drawRow(painter, option, index);
+        return;
+    }
+    QStyleOptionViewItem rowOption = option;
+    rowOption.state &= ~QStyle::State_Enabled;
     QTreeWidget::drawRow(painter, rowOption, index);
 }
 

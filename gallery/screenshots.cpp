@@ -58,7 +58,8 @@ QPixmap pictureOf(GalleryWindow *window)
     for (QWidget *other : QApplication::topLevelWidgets()) {
         if (other == window || !other->isVisible())
             continue;
-        QRect place(other->pos() - window->pos(), other->size());
+        // Without the frames that a window manager draws.
+        QRect place(other->geometry().topLeft() - window->geometry().topLeft(), other->size());
         const bool dialog = qobject_cast<QDialog *>(other);
         if (dialog)
             place.moveCenter(window->rect().center());

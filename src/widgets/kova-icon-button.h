@@ -61,7 +61,7 @@ protected:
 private:
     friend class KovaFilterBar;
 
-    // Looks different from all others; a style set afterwards would be worked out on top.
+    // With a style of its own from the start: one set later is worked out on top of the first.
     KovaIconButton(const QString &imageName, const QString &style, QWidget *parent);
 
     void initialize(const QString &style);

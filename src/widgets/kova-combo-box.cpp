@@ -1,5 +1,7 @@
 #include "kova-combo-box.h"
 
+#include "input-guards_p.h"
+
 #include <kovakit-qt/style/dpi-info.h>
 #include <kovakit-qt/style/style-manager.h>
 
@@ -24,6 +26,7 @@ KovaComboBox::KovaComboBox(QWidget *parent)
     : QComboBox(parent)
 {
     setStyleSheet(boxStyle() + getStyleSheet("component.scrollbar", false));
+    passWheelWithoutFocus(this);
     // The delegate that a combo box brings along does not draw the items' style rules.
     view()->setItemDelegate(new QStyledItemDelegate(view()));
 }

@@ -7,6 +7,9 @@
 /**
  * A combo box in the house look, its list and the list's scroll bar included.
  *
+ * The wheel changes a box that has the focus. Over any other box it goes to the page around it, so
+ * that scrolling a page of settings changes none of them.
+ *
  * Its style is that of the keys "component.combobox", a text with a place for the padding ("%1")
  * and one for the border ("%2"), and "component.scrollbar".
  */

@@ -1,6 +1,7 @@
 #include "kova-date-selector.h"
 
 #include "event-filters.h"
+#include "input-guards_p.h"
 
 #include <kovakit-qt/style/dpi-info.h>
 #include <kovakit-qt/style/style-manager.h>
@@ -17,6 +18,7 @@ KovaDateSelector::KovaDateSelector(QString placeholder, QWidget *parent)
     , m_placeholder(std::move(placeholder))
 {
     setView(m_calendarView);
+    passWheelWithoutFocus(this);
     auto *releases = new MouseReleaseFilter(m_calendarView);
     m_calendarView->installEventFilter(releases);
     m_calendarView->viewport()->installEventFilter(releases);

@@ -15,7 +15,8 @@
  *
  * Limit the dates with getCalendarView()->setMinimumDate() and setMaximumDate(). The popup takes
  * the focus to the calendar's days and gives it to the box when it closes; the keys are those of
- * KovaCalanderView, and F4, Space and Alt+Down open it.
+ * KovaCalanderView, and F4, Space and Alt+Down open it. Without the focus the box leaves the wheel
+ * to the page around it.
  *
  * The box is 32 design pixels high, the calendar 280 by 260. The host must have loaded pictures,
  * style files and strings.

@@ -25,6 +25,16 @@ void click(const QWidget *widget)
     click(widget, widget->rect().center());
 }
 
+void turnWheel(const QWidget *widget, int notches)
+{
+    const QWidget *window = widget->window();
+    const QPoint position = widget->mapTo(window, widget->rect().center());
+    QWheelEvent event(position, window->mapToGlobal(position), QPoint(), QPoint(0, 120 * notches),
+                      Qt::NoButton, Qt::NoModifier, Qt::NoScrollPhase, false);
+    QSpontaneKeyEvent::setSpontaneous(&event);
+    qApp->notify(window->windowHandle(), &event);
+}
+
 QString spoken(QWidget *widget, QAccessible::Text kind)
 {
     const QAccessibleInterface *accessible = QAccessible::queryAccessibleInterface(widget);

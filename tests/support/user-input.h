@@ -17,5 +17,8 @@ void press(const QWidget *widget, int key, Qt::KeyboardModifiers modifiers = {})
 void click(const QWidget *widget, const QPoint &position);
 void click(const QWidget *widget);
 
+// Turns the wheel over the middle of @p widget by @p notches, towards the user if negative.
+void turnWheel(const QWidget *widget, int notches);
+
 // What a screen reader says of @p widget.
 QString spoken(QWidget *widget, QAccessible::Text kind = QAccessible::Name);

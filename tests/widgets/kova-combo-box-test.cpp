@@ -15,6 +15,7 @@ private Q_SLOTS:
     void fillsItsStyleText();
     void drawsItemsByStyle();
     void isUsedByKeyboardAlone();
+    void wheelWithoutFocusGoesToThePage();
 };
 
 void KovaComboBoxTest::fillsItsStyleText()
@@ -62,6 +63,39 @@ void KovaComboBoxTest::isUsedByKeyboardAlone()
         QCOMPARE(box->currentIndex(), end == Qt::Key_Return ? 29 : 0);
         QVERIFY(box->hasFocus());
     }
+}
+
+void KovaComboBoxTest::wheelWithoutFocusGoesToThePage()
+{
+    QScrollArea page;
+    page.setWidget(new QWidget);
+    auto *layout = new QVBoxLayout(page.widget());
+    auto *edit = new QLineEdit;
+    auto *box = new KovaComboBox;
+    auto *editable = new KovaComboBox;
+    auto *date = new KovaDateSelector("Date", nullptr);
+    editable->setEditable(true);
+    for (QWidget *widget : std::initializer_list<QWidget *>{edit, box, editable, date})
+        layout->addWidget(widget);
+    for (KovaComboBox *each : {box, editable})
+        each->addItems({"one", "two", "three"});
+    layout->addStretch();
+    page.widget()->resize(200, 900);
+    page.resize(260, 600);
+    showActive(&page);
+    edit->setFocus();
+    for (QComboBox *each : std::initializer_list<QComboBox *>{box, editable, date}) {
+        page.verticalScrollBar()->setValue(0);
+        turnWheel(each, -1);
+        QVERIFY(page.verticalScrollBar()->value() > 0);
+        QVERIFY(edit->hasFocus());
+        QCOMPARE(each->currentIndex(), 0);
+    }
+    box->setFocus();
+    page.verticalScrollBar()->setValue(0);
+    turnWheel(box, -1);
+    QCOMPARE(box->currentIndex(), 1);
+    QCOMPARE(page.verticalScrollBar()->value(), 0);
 }
 
 QTEST_MAIN(KovaComboBoxTest)

@@ -4,6 +4,7 @@
 
 #include <kovakit-qt/utils/safe-file_p.h>
 
+#include <QElapsedTimer>
 #include <QFileInfo>
 #include <QNetworkReply>
 #include <QNetworkRequest>
@@ -15,33 +16,92 @@ namespace {
 // each byte as a piece of its own.
 constexpr qint64 readStep = qint64(16) * 1024;
 
+// The network's thread may be about to say something to it.
+struct DeleteLater
+{
+    void operator()(QObject *object) const { object->deleteLater(); }
+};
+
 } // namespace
+
+class ImageDownloader::Private
+{
+public:
+    Private(ImageDownloader *downloader, const QString &path, const QString &address)
+        : q(downloader)
+        , filePath(path)
+        , url(address)
+    {
+    }
+
+    void read();
+    void finish(int code);
+
+    ImageDownloader *const q;
+    const QString filePath;
+    const QString url;
+    std::unique_ptr<QNetworkAccessManager, DeleteLater> manager;
+    bool finished = false;
+    QNetworkReply *reply = nullptr;
+    bool hasGoodManager = false;
+    QByteArray body;
+    QElapsedTimer started;
+    QElapsedTimer active;
+};
+
+void ImageDownloader::Private::read()
+{
+    active.start();
+    if (!reply)
+        return;
+    body += reply->readAll();
+    const qint64 announced = reply->header(QNetworkRequest::ContentLengthHeader).toLongLong();
+    if (announced > maxBytes || body.size() > maxBytes)
+        reply->abort();
+}
+
+void ImageDownloader::Private::finish(int code)
+{
+    if (finished)
+        return;
+    body = QByteArray();
+    finished = true;
+    Q_EMIT q->sigDownloadFinish(url, code);
+}
 
 ImageDownloader::ImageDownloader(const QString &path, const QString &address, QObject *parent)
     : QObject(parent)
-    , filePath(path)
-    , url(address)
+    , d(std::make_unique<Private>(this, path, address))
 {
 }
 
 ImageDownloader::~ImageDownloader()
 {
     stop();
-    if (manager)
-        manager->deleteLater();
+}
+
+bool ImageDownloader::isFinished() const
+{
+    return d->finished;
+}
+
+QString ImageDownloader::path() const
+{
+    return d->filePath;
 }
 
 void ImageDownloader::start()
 {
-    if (m_started.isValid() || finished)
+    if (d->started.isValid() || d->finished)
         return;
-    if (!manager)
-        manager = new PlainAccessManager;
-    connect(manager, &QNetworkAccessManager::finished, this, &ImageDownloader::slotFinishDownload);
-    m_started.start();
-    m_active.start();
+    if (!d->manager)
+        d->manager.reset(new PlainAccessManager);
+    connect(d->manager.get(), &QNetworkAccessManager::finished, this,
+            &ImageDownloader::slotFinishDownload);
+    d->started.start();
+    d->active.start();
 
-    const QUrl remote(url, QUrl::TolerantMode);
+    const QUrl remote(d->url, QUrl::TolerantMode);
     const QFileInfo local(remote.toLocalFile());
     if (remote.isLocalFile() && local.exists() && !local.isFile()) {
         refuse();
@@ -50,37 +110,27 @@ void ImageDownloader::start()
     QNetworkRequest request(remote);
     request.setAttribute(QNetworkRequest::CookieLoadControlAttribute, QNetworkRequest::Manual);
     request.setAttribute(QNetworkRequest::CookieSaveControlAttribute, QNetworkRequest::Manual);
-    m_reply = manager->get(request);
+    d->reply = d->manager->get(request);
     // What is read in one step is bounded too; the rest stays with the server.
-    m_reply->setReadBufferSize(readStep);
-    connect(m_reply, &QNetworkReply::metaDataChanged, this, &ImageDownloader::read);
-    connect(m_reply, &QNetworkReply::readyRead, this, &ImageDownloader::read);
+    d->reply->setReadBufferSize(readStep);
+    const auto read = [this] { d->read(); };
+    connect(d->reply, &QNetworkReply::metaDataChanged, this, read);
+    connect(d->reply, &QNetworkReply::readyRead, this, read);
 }
 
 void ImageDownloader::takeOver(ImageDownloader *earlier)
 {
-    if (manager || !std::exchange(earlier->m_hasGoodManager, false))
+    if (d->manager || !std::exchange(earlier->d->hasGoodManager, false))
         return;
-    manager = std::exchange(earlier->manager, nullptr);
-    manager->disconnect(earlier);
-}
-
-void ImageDownloader::read()
-{
-    m_active.start();
-    if (!m_reply)
-        return;
-    m_body += m_reply->readAll();
-    const qint64 announced = m_reply->header(QNetworkRequest::ContentLengthHeader).toLongLong();
-    if (announced > maxBytes || m_body.size() > maxBytes)
-        m_reply->abort();
+    d->manager = std::move(earlier->d->manager);
+    d->manager->disconnect(earlier);
 }
 
 void ImageDownloader::stop()
 {
-    finished = true;
-    if (QNetworkReply *reply = std::exchange(m_reply, nullptr)) {
-        manager->disconnect(this);
+    d->finished = true;
+    if (QNetworkReply *reply = std::exchange(d->reply, nullptr)) {
+        d->manager->disconnect(this);
         reply->disconnect(this);
         reply->abort();
         // At once: an error that is on its way from the network's thread has nobody to go to.
@@ -91,49 +141,39 @@ void ImageDownloader::stop()
 void ImageDownloader::refuse()
 {
     QMetaObject::invokeMethod(
-        this, [this] { finish(-1); }, Qt::QueuedConnection);
+        this, [this] { d->finish(-1); }, Qt::QueuedConnection);
 }
 
 void ImageDownloader::giveUp()
 {
-    if (m_reply)
-        m_reply->abort();
+    if (d->reply)
+        d->reply->abort();
 }
 
 qint64 ImageDownloader::idleTime() const
 {
-    return m_active.isValid() ? m_active.elapsed() : 0;
+    return d->active.isValid() ? d->active.elapsed() : 0;
 }
 
 qint64 ImageDownloader::runningTime() const
 {
-    return m_started.isValid() ? m_started.elapsed() : 0;
+    return d->started.isValid() ? d->started.elapsed() : 0;
 }
 
 void ImageDownloader::slotFinishDownload(QNetworkReply *reply)
 {
-    m_reply = nullptr;
+    d->reply = nullptr;
     reply->deleteLater();
-    if (finished)
+    if (d->finished)
         return;
     const bool isComplete = reply->error() == QNetworkReply::NoError;
     if (isComplete)
-        m_body += reply->readAll();
-    if (!isComplete || m_body.size() > maxBytes) {
-        finish(-1);
+        d->body += reply->readAll();
+    if (!isComplete || d->body.size() > maxBytes) {
+        d->finish(-1);
         return;
     }
-    replaceOwnFile(filePath, m_body);
-    m_hasGoodManager = manager && reply->manager() == manager;
-    finish(0);
-}
-
-void ImageDownloader::finish(int code)
-{
-    if (finished)
-        return;
-    m_body = QByteArray();
-    result = code;
-    finished = true;
-    Q_EMIT sigDownloadFinish(url, result);
+    replaceOwnFile(d->filePath, d->body);
+    d->hasGoodManager = d->manager && reply->manager() == d->manager.get();
+    d->finish(0);
 }

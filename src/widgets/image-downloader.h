@@ -2,12 +2,11 @@
 
 #include <kovakit-qt/kovakit-export.h>
 
-#include <QByteArray>
-#include <QElapsedTimer>
 #include <QObject>
 #include <QString>
 
-class QNetworkAccessManager;
+#include <memory>
+
 class QNetworkReply;
 
 /**
@@ -46,10 +45,16 @@ public:
     void start();
 
     /** Whether the download has ended, well or not. */
-    [[nodiscard]] bool isFinished() const { return finished; }
+    [[nodiscard]] bool isFinished() const;
 
     /** The file that the picture is written to, as it was given. */
-    [[nodiscard]] QString path() const { return filePath; }
+    [[nodiscard]] QString path() const;
+
+    /**
+     * Goes on with the connection of @p earlier, if that has ended well: with the thread that runs
+     * for it, and what the server has kept open. Has an effect only before start().
+     */
+    void takeOver(ImageDownloader *earlier);
 
     /** Ends the download for good: nothing is written and nothing emitted from here on. */
     void stop();
@@ -81,22 +86,6 @@ Q_SIGNALS:
     void sigDownloadFinish(QString url, int result);
 
 private:
-    friend class HtmlDownloadQueue;
-
-    // Takes the network manager of one that has ended well, and with it a thread that runs and a
-    // connection that the server may have kept open. Before start().
-    void takeOver(ImageDownloader *earlier);
-    void finish(int code);
-    void read();
-
-    QString filePath;
-    QString url;
-    QNetworkAccessManager *manager = nullptr;
-    bool finished = false;
-    int result = 0;
-    QNetworkReply *m_reply = nullptr;
-    bool m_hasGoodManager = false;
-    QByteArray m_body;
-    QElapsedTimer m_started;
-    QElapsedTimer m_active;
+    class Private;
+    std::unique_ptr<Private> const d;
 };

@@ -1,6 +1,6 @@
 #include "html-download-queue_p.h"
 
-#include "html-text-browser.h"
+#include "image-downloader.h"
 
 #include <algorithm>
 
@@ -14,7 +14,8 @@ constexpr qint64 longestDownload = 60000;
 
 } // namespace
 
-HtmlDownloadQueue::HtmlDownloadQueue()
+HtmlDownloadQueue::HtmlDownloadQueue(int maxRunning)
+    : m_maxRunning(maxRunning)
 {
     m_watch.setInterval(watchInterval);
     connect(&m_watch, &QTimer::timeout, this, &HtmlDownloadQueue::endStalled);
@@ -27,7 +28,7 @@ void HtmlDownloadQueue::add(const QVector<ImageDownloader *> &jobs)
     startWaiting();
 }
 
-void HtmlDownloadQueue::take(ImageDownloader *job)
+void HtmlDownloadQueue::remove(ImageDownloader *job)
 {
     if (!m_running.removeOne(job))
         m_waiting.removeOne(job);
@@ -38,7 +39,7 @@ void HtmlDownloadQueue::take(ImageDownloader *job)
 
 void HtmlDownloadQueue::startWaiting()
 {
-    while (!m_waiting.isEmpty() && m_running.size() < HtmlTextBrowser::maxDownloads) {
+    while (!m_waiting.isEmpty() && m_running.size() < m_maxRunning) {
         m_running.append(m_waiting.takeLast());
         m_running.last()->start();
     }

@@ -13,16 +13,21 @@ class HtmlDownloadQueue : public QObject
     Q_OBJECT
 
 public:
-    HtmlDownloadQueue();
+    // Runs up to @p maxRunning downloads at once.
+    explicit HtmlDownloadQueue(int maxRunning);
 
     // Adds @p jobs in their order, in front of those that wait, and starts what may start.
     void add(const QVector<ImageDownloader *> &jobs);
-    void take(ImageDownloader *job);
+
+    // Takes @p job, which has ended or is given up, off the queue. If it ended well, the next one
+    // that starts goes on with its connection.
+    void remove(ImageDownloader *job);
 
 private:
     void startWaiting();
     void endStalled();
 
+    const int m_maxRunning;
     // The next one last.
     QVector<ImageDownloader *> m_waiting;
     QVector<ImageDownloader *> m_running;

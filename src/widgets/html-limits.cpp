@@ -9,6 +9,8 @@ namespace {
 // Chinese, Japanese and Korean break anywhere.
 constexpr ushort firstIdeograph = 0x2E80;
 constexpr int pictureWeight = 4;
+// A style sheet in a file of its own counts as that many rules.
+constexpr int rulesOfStyleSheet = 800;
 
 using Names = QSet<QString>;
 
@@ -54,8 +56,9 @@ bool endsOpenElement(const QString &opened, const QString &open)
 class LimitCheck
 {
 public:
-    explicit LimitCheck(const QString &html)
+    LimitCheck(const QString &html, const HtmlLimits &limits)
         : m_text(html)
+        , m_limits(limits)
     {
     }
 
@@ -104,10 +107,10 @@ private:
         }
         while (m_at < m_text.size()) {
             const QChar c = m_text.at(m_at);
-            const bool isEnd =
-                c == QLatin1Char('>') || c == QLatin1Char('<') || c == QLatin1Char('=')
-                || c.isSpace()
-                || (c == QLatin1Char('/') && m_text.midRef(m_at + 1, 1) == QLatin1String(">"));
+            const bool isEnd = c == QLatin1Char('>') || c == QLatin1Char('<')
+                            || c == QLatin1Char('=') || c.isSpace()
+                            || (c == QLatin1Char('/')
+                                && QStringView(m_text).mid(m_at + 1, 1) == QLatin1String(">"));
             if (isEnd)
                 break;
             ++m_at;
@@ -120,8 +123,8 @@ private:
         skipSpace();
         if (atChar('!')) {
             ++m_at;
-            skipPast(m_text.midRef(m_at, 2) == QLatin1String("--") ? QLatin1String("-->")
-                                                                   : QLatin1String(">"));
+            skipPast(QStringView(m_text).mid(m_at, 2) == QLatin1String("--") ? QLatin1String("-->")
+                                                                             : QLatin1String(">"));
             return;
         }
         if (atChar('/')) {
@@ -142,7 +145,7 @@ private:
         ++m_elements;
         addStyleRules(name == QLatin1String("link") ? rulesOfStyleSheet : 0);
         if (name == QLatin1String("li"))
-            m_isWithin &= ++m_listItems <= maxListItems;
+            m_isWithin &= ++m_listItems <= m_limits.listItems;
         if (breaksLine(name))
             m_word = 0;
         else if (name == QLatin1String("img"))
@@ -177,8 +180,8 @@ private:
             closeLast();
         m_open.append(name);
         const int same = ++m_openCount[name];
-        m_isWithin &= m_open.size() <= maxOpenElements
-                   && (name != QLatin1String("table") || same <= maxOpenTables);
+        m_isWithin &= m_open.size() <= m_limits.openElements
+                   && (name != QLatin1String("table") || same <= m_limits.openTables);
     }
 
     void close(const QString &name)
@@ -207,22 +210,23 @@ private:
     void addStyleRules(int count)
     {
         m_rules += count;
-        m_isWithin &= m_rules * m_elements <= maxStyleSteps;
+        m_isWithin &= m_rules * m_elements <= m_limits.styleSteps;
     }
 
     void addToWord(int letters)
     {
         m_word += letters;
-        m_isWithin &= m_word <= maxWordLength;
+        m_isWithin &= m_word <= m_limits.wordLength;
     }
 
     void addColumns(int count)
     {
         m_columns += count > 1 ? count : 0;
-        m_isWithin &= m_columns <= maxSpannedColumns;
+        m_isWithin &= m_columns <= m_limits.spannedColumns;
     }
 
     const QString &m_text;
+    const HtmlLimits &m_limits;
     int m_at = 0;
     bool m_isWithin = true;
     int m_word = 0;
@@ -236,28 +240,28 @@ private:
 
 } // namespace
 
-bool isWithinLimits(const QString &html)
+bool isWithinLimits(const QString &html, const HtmlLimits &limits)
 {
-    return html.size() <= maxTextLength && LimitCheck(html).run();
+    return html.size() <= limits.textLength && LimitCheck(html, limits).run();
 }
 
-QString shownPlain(const QString &text)
+QString shownPlain(const QString &text, const HtmlLimits &limits)
 {
     QString shown;
-    shown.reserve(qMin(text.size(), maxTextLength));
+    shown.reserve(qMin(text.size(), limits.textLength));
     int word = 0;
     for (const QChar c : text) {
-        if (shown.size() >= maxTextLength)
+        if (shown.size() >= limits.textLength)
             break;
         const bool isPlaceToBreak = c.isSpace() || c.unicode() >= firstIdeograph;
         word = isPlaceToBreak ? 0 : word + 1;
-        if (word > maxWordLength && !c.isLowSurrogate()) {
+        if (word > limits.wordLength && !c.isLowSurrogate()) {
             shown.append(QLatin1Char('\n'));
             word = 1;
         }
         shown.append(c);
     }
-    if (shown.size() < text.size() && text.size() > maxTextLength)
+    if (shown.size() < text.size() && text.size() > limits.textLength)
         shown.append(QChar(0x2026));
     return shown;
 }

@@ -1,7 +1,5 @@
 #include "html-pictures_p.h"
 
-#include "html-text-browser.h"
-
 #include <kovakit-qt/utils/safe-file_p.h>
 
 #include <QBuffer>
@@ -77,6 +75,11 @@ bool openInSearchPaths(QFile &file, const QUrl &name, const QStringList &searchP
             return true;
     }
     return false;
+}
+
+HtmlPictures::HtmlPictures(const HtmlPictureLimits &limits)
+    : m_limits(limits)
+{
 }
 
 void HtmlPictures::addDownload(const QUrl &name, const QString &path)
@@ -169,7 +172,7 @@ QPixmap HtmlPictures::read(const QUrl &name, const QStringList &searchPaths)
 
 QPixmap HtmlPictures::decode(QIODevice &device, qint64 *pixels) const
 {
-    if (device.size() > ImageDownloader::maxBytes)
+    if (device.size() > m_limits.fileBytes)
         return QPixmap();
     QImageReader reader(&device);
     reader.setDecideFormatFromContent(true);
@@ -177,8 +180,8 @@ QPixmap HtmlPictures::decode(QIODevice &device, qint64 *pixels) const
         return QPixmap();
     const QSize size = reader.size();
     const qint64 expected = qint64(size.width()) * size.height();
-    if (size.isEmpty() || expected > HtmlTextBrowser::maxPicturePixels
-        || m_pixels + expected > HtmlTextBrowser::maxPagePixels)
+    if (size.isEmpty() || expected > m_limits.picturePixels
+        || m_pixels + expected > m_limits.pagePixels)
         return QPixmap();
     const QImage image = reader.read();
     *pixels = image.isNull() ? 0 : expected;

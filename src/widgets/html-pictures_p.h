@@ -13,11 +13,21 @@ class QTextDocument;
 // all links are resolved. Program resources (qrc:) are opened as well.
 [[nodiscard]] bool openInSearchPaths(QFile &file, const QUrl &name, const QStringList &searchPaths);
 
+// What pictures may have and still be decoded.
+struct HtmlPictureLimits
+{
+    qint64 fileBytes;
+    qint64 picturePixels;
+    qint64 pagePixels; // of all pictures of a text together
+};
+
 // The pictures of the text on show: reads them from the search paths within limits, and reads them
 // again when their files have changed.
 class HtmlPictures
 {
 public:
+    explicit HtmlPictures(const HtmlPictureLimits &limits);
+
     // Lets the picture called @p name show the downloaded file @p path, whose name may be spelled
     // otherwise: with percent signs or a query. Files in the search paths go first.
     void addDownload(const QUrl &name, const QString &path);
@@ -50,6 +60,7 @@ private:
         qint64 pixels = 0;
         bool isHandedOver = false;
     };
+    const HtmlPictureLimits m_limits;
     QHash<QUrl, Picture> m_pictures;
     QHash<QUrl, QString> m_downloads;
     QMultiHash<QString, QUrl> m_namesOfFile;

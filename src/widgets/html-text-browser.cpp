@@ -9,6 +9,7 @@
 #include <QAbstractTextDocumentLayout>
 #include <QDir>
 #include <QFileInfo>
+#include <QMap>
 #include <QScrollBar>
 #include <QTextCodec>
 #include <QTimer>
@@ -18,7 +19,18 @@
 namespace {
 
 constexpr int gatherInterval = 40;
-constexpr qint64 maxPageBytes = qint64(4) * 1024 * 1024;
+
+constexpr HtmlLimits textLimits = {
+    HtmlTextBrowser::maxTextLength,     HtmlTextBrowser::maxWordLength,
+    HtmlTextBrowser::maxOpenElements,   HtmlTextBrowser::maxOpenTables,
+    HtmlTextBrowser::maxSpannedColumns, HtmlTextBrowser::maxListItems,
+    HtmlTextBrowser::maxStyleSteps,
+};
+constexpr HtmlPictureLimits pictureLimits = {
+    ImageDownloader::maxBytes,
+    HtmlTextBrowser::maxPicturePixels,
+    HtmlTextBrowser::maxPagePixels,
+};
 
 QString pictureFolder()
 {
@@ -39,20 +51,42 @@ QUrl nameInText(QString source)
 
 } // namespace
 
+class HtmlTextBrowser::Private
+{
+public:
+    explicit Private(HtmlTextBrowser *browser)
+        : q(browser)
+    {
+        gather.setSingleShot(true);
+        connect(&gather, &QTimer::timeout, q, [this] { showPicturesAnew(); });
+    }
+
+    void beginDownloads(const QString &text);
+    ImageDownloader *newJob(const QString &file, const QString &address);
+    void end(ImageDownloader *job);
+    void showPicturesAnew();
+    QVariant styleSheet(const QUrl &name, const QByteArray &bytes);
+
+    HtmlTextBrowser *const q;
+    QString baseUrl;
+    // Each job is deleted later, whoever ends it: it may be in the middle of its signal.
+    QMap<QString, ImageDownloader *> downloaders;
+    HtmlPictures pictures{pictureLimits};
+    HtmlDownloadQueue queue{maxDownloads};
+    QTimer gather;
+    QSet<QString> arrivedFiles;
+};
+
 HtmlTextBrowser::HtmlTextBrowser(QWidget *parent)
     : QTextBrowser(parent)
-    , m_pictures(std::make_unique<HtmlPictures>())
-    , m_queue(std::make_unique<HtmlDownloadQueue>())
-    , m_gather(new QTimer(this))
+    , d(std::make_unique<Private>(this))
 {
-    m_gather->setSingleShot(true);
-    connect(m_gather, &QTimer::timeout, this, &HtmlTextBrowser::showPicturesAnew);
 }
 
 HtmlTextBrowser::~HtmlTextBrowser()
 {
     // Each job ends itself; there may be no event loop any more that would delete it later.
-    for (ImageDownloader *job : std::exchange(downloaders, {})) {
+    for (ImageDownloader *job : std::exchange(d->downloaders, {})) {
         job->stop();
         job->deleteLater();
     }
@@ -60,21 +94,21 @@ HtmlTextBrowser::~HtmlTextBrowser()
 
 void HtmlTextBrowser::setText(const QString &text)
 {
-    m_gather->stop();
-    m_arrivedFiles.clear();
-    m_pictures->clear(document());
+    d->gather.stop();
+    d->arrivedFiles.clear();
+    d->pictures.clear(document());
     if (!document()->baseUrl().isEmpty())
         document()->setBaseUrl(QUrl());
 
-    if (!Qt::mightBeRichText(text) || !isWithinLimits(text)) {
-        QTextEdit::setPlainText(shownPlain(text));
+    if (!Qt::mightBeRichText(text) || !isWithinLimits(text, textLimits)) {
+        QTextEdit::setPlainText(shownPlain(text, textLimits));
         return;
     }
-    beginDownloads(text);
+    d->beginDownloads(text);
     QTextEdit::setText(text);
 }
 
-void HtmlTextBrowser::beginDownloads(const QString &text)
+void HtmlTextBrowser::Private::beginDownloads(const QString &text)
 {
     const HtmlPictureSources found = scanPictureSources(text);
     if (!found.hasBase)
@@ -82,81 +116,91 @@ void HtmlTextBrowser::beginDownloads(const QString &text)
     baseUrl = found.baseUrl;
     const QString folder = pictureFolder();
     QDir().mkpath(folder);
-    setSearchPaths(QStringList(folder) + searchPaths());
+    q->setSearchPaths(QStringList(folder) + q->searchPaths());
 
     QVector<ImageDownloader *> jobs;
     for (const QString &source : found.sources) {
         const int nameAt = source.lastIndexOf(QLatin1Char('/')) + 1;
         const QString file = folder + QLatin1String("/../image/") + source.mid(nameAt);
         const QString address = baseUrl + source;
-        if (nameAt == 0 || source.leftRef(nameAt) == QLatin1String("../image/"))
-            m_pictures->addDownload(nameInText(source), file);
+        if (nameAt == 0 || QStringView(source).left(nameAt) == QLatin1String("../image/"))
+            pictures.addDownload(nameInText(source), file);
 
-        if (ImageDownloader *earlier = downloaders.take(address)) {
-            earlier->stop();
-            m_queue->take(earlier);
-            earlier->deleteLater();
-        }
-        auto *job = new ImageDownloader(file, address, nullptr);
-        connect(job, &ImageDownloader::sigDownloadFinish, this,
-                &HtmlTextBrowser::slotDownloadFinished);
-        downloaders.insert(address, job);
+        if (ImageDownloader *earlier = downloaders.take(address))
+            end(earlier);
+        ImageDownloader *job = newJob(file, address);
         if (isRemote(address))
             jobs.append(job);
         else
             job->refuse();
     }
-    m_queue->add(jobs);
+    queue.add(jobs);
+}
+
+ImageDownloader *HtmlTextBrowser::Private::newJob(const QString &file, const QString &address)
+{
+    auto *job = new ImageDownloader(file, address, nullptr);
+    connect(job, &ImageDownloader::sigDownloadFinish, q, &HtmlTextBrowser::slotDownloadFinished);
+    downloaders.insert(address, job);
+    return job;
+}
+
+void HtmlTextBrowser::Private::end(ImageDownloader *job)
+{
+    job->stop();
+    queue.remove(job);
+    job->deleteLater();
 }
 
 void HtmlTextBrowser::slotDownloadFinished(QString url, int)
 {
-    if (ImageDownloader *job = downloaders.take(url)) {
-        job->stop();
-        m_queue->take(job);
-        m_arrivedFiles.insert(QFileInfo(job->path()).fileName());
-        job->deleteLater();
+    if (ImageDownloader *job = d->downloaders.take(url)) {
+        d->arrivedFiles.insert(QFileInfo(job->path()).fileName());
+        d->end(job);
     }
     reload();
     // There is nothing left to wait for.
-    if (downloaders.isEmpty())
-        m_gather->start(0);
+    if (d->downloaders.isEmpty())
+        d->gather.start(0);
 }
 
 void HtmlTextBrowser::reload()
 {
-    if (!source().isEmpty() && m_arrivedFiles.isEmpty()) {
+    if (!source().isEmpty() && d->arrivedFiles.isEmpty()) {
         QTextBrowser::reload();
         return;
     }
-    if (m_arrivedFiles.isEmpty())
-        m_arrivedFiles = m_pictures->fileNames();
-    if (!m_gather->isActive())
-        m_gather->start(gatherInterval);
+    if (d->arrivedFiles.isEmpty())
+        d->arrivedFiles = d->pictures.fileNames();
+    if (!d->gather.isActive())
+        d->gather.start(gatherInterval);
 }
 
-void HtmlTextBrowser::showPicturesAnew()
+void HtmlTextBrowser::Private::showPicturesAnew()
 {
-    const QSet<QString> files = std::exchange(m_arrivedFiles, {});
-    if (!m_pictures->refresh(document(), files, searchPaths()))
+    QTextDocument *document = q->document();
+    const QSet<QString> files = std::exchange(arrivedFiles, {});
+    if (!pictures.refresh(document, files, q->searchPaths()))
         return;
-    const QPoint scrolled(horizontalScrollBar()->value(), verticalScrollBar()->value());
+    QScrollBar *across = q->horizontalScrollBar();
+    QScrollBar *down = q->verticalScrollBar();
+    const QPoint scrolled(across->value(), down->value());
     // At the top a reader has not begun to read.
     std::optional<HtmlReadingPlace> place;
     if (scrolled.y() > 0)
-        place.emplace(document(), QRect(scrolled, viewport()->size()));
-    document()->markContentsDirty(0, document()->characterCount());
+        place.emplace(document, QRect(scrolled, q->viewport()->size()));
+    document->markContentsDirty(0, document->characterCount());
     // Lays out to the end, so that the scroll bars have their ranges again.
-    document()->documentLayout()->documentSize();
-    horizontalScrollBar()->setValue(scrolled.x());
-    verticalScrollBar()->setValue(place ? scrolled.y() + qRound(place->shift()) : 0);
-    viewport()->update();
+    document->documentLayout()->documentSize();
+    across->setValue(scrolled.x());
+    down->setValue(place ? scrolled.y() + qRound(place->shift()) : 0);
+    q->viewport()->update();
 }
 
 QVariant HtmlTextBrowser::loadResource(int type, const QUrl &name)
 {
     if (type == QTextDocument::ImageResource)
-        return m_pictures->load(name, searchPaths());
+        return d->pictures.load(name, searchPaths());
 
     const bool isPage =
         type == QTextDocument::HtmlResource || type == QTextDocument::MarkdownResource;
@@ -169,18 +213,19 @@ QVariant HtmlTextBrowser::loadResource(int type, const QUrl &name)
         const QTextCodec *codec =
             QTextCodec::codecForHtml(bytes, QTextCodec::codecForName("UTF-8"));
         const QString text = codec->toUnicode(bytes);
-        return isWithinLimits(text) ? text : shownPlain(text).toHtmlEscaped();
+        return isWithinLimits(text, textLimits) ? text
+                                                : shownPlain(text, textLimits).toHtmlEscaped();
     }
-    return styleSheet(name, bytes);
+    return d->styleSheet(name, bytes);
 }
 
 // Qt keeps one resource for each name, of whatever type. Where it is asked for a picture and has
 // none, it looks for a file of that name itself, wherever it is; so there is always a picture.
-QVariant HtmlTextBrowser::styleSheet(const QUrl &name, const QByteArray &bytes)
+QVariant HtmlTextBrowser::Private::styleSheet(const QUrl &name, const QByteArray &bytes)
 {
-    const QPixmap picture = m_pictures->load(name, searchPaths());
-    if (bytes.isEmpty() || bytes.contains("@import") || !source().isRelative())
+    const QPixmap picture = pictures.load(name, q->searchPaths());
+    if (bytes.isEmpty() || bytes.contains("@import") || !q->source().isRelative())
         return picture;
-    m_pictures->handOver(document(), name, picture);
+    pictures.handOver(q->document(), name, picture);
     return bytes;
 }

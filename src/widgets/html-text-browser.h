@@ -3,16 +3,10 @@
 #include <kovakit-qt/kovakit-export.h>
 #include <kovakit-qt/widgets/image-downloader.h>
 
-#include <QMap>
-#include <QSet>
 #include <QString>
 #include <QTextBrowser>
 
 #include <memory>
-
-class HtmlDownloadQueue;
-class HtmlPictures;
-class QTimer;
 
 /**
  * A rich-text view that downloads the pictures of the text it is given.
@@ -27,11 +21,10 @@ class QTimer;
  * and a picture beyond the limits below, shows as missing. Only http and https addresses are
  * downloaded.
  *
- * What would take too long to lay out is shown plain, without downloads: a text of more than
- * 500,000 characters, with a word of more than 5,000, with more than 1,000 elements or 10 tables
- * open inside each other, with more than 4,000 list items or more than 10,000 columns under cells
- * that span several, or with more than 5,000,000 style rules times elements. Shown plain, a text is
- * cut after 500,000 characters and its words are broken after 5,000.
+ * What would take too long to lay out is shown plain, without downloads: a text with more of
+ * anything than #maxTextLength, #maxWordLength, #maxOpenElements, #maxOpenTables,
+ * #maxSpannedColumns, #maxListItems or #maxStyleSteps. Shown plain, a text is cut at
+ * #maxTextLength, and its words are broken at #maxWordLength.
  *
  * GUI thread only.
  */
@@ -40,6 +33,24 @@ class KOVAKIT_EXPORT HtmlTextBrowser : public QTextBrowser
     Q_OBJECT
 
 public:
+    /** The longest text that is shown, in characters. */
+    static constexpr int maxTextLength = 500000;
+    /** The longest word: letters in a row without a place to break the line. */
+    static constexpr int maxWordLength = 5000;
+    /** How many elements may be open inside each other. */
+    static constexpr int maxOpenElements = 1000;
+    /** How many tables may be open inside each other. */
+    static constexpr int maxOpenTables = 10;
+    /** How many columns cells of more than one column may cover, in the whole text. */
+    static constexpr int maxSpannedColumns = 10000;
+    /** How many items all lists of a text may have. */
+    static constexpr int maxListItems = 4000;
+    /** How many style rules times elements a text may have. */
+    static constexpr qint64 maxStyleSteps = 5000000;
+    /** The largest style sheet that is read from a file, in bytes. */
+    static constexpr qint64 maxStyleSheetBytes = qint64(16) * 1024;
+    /** The largest page that is read from a file, in bytes. */
+    static constexpr qint64 maxPageBytes = qint64(4) * 1024 * 1024;
     /** How many pictures of one browser download at once; the others wait their turn in order. */
     static constexpr int maxDownloads = 6;
     /** The largest picture that is shown, in pixels after decoding. */
@@ -90,15 +101,6 @@ public Q_SLOTS:
     void reload() override;
 
 private:
-    void beginDownloads(const QString &text);
-    void showPicturesAnew();
-    QVariant styleSheet(const QUrl &name, const QByteArray &bytes);
-
-    QString baseUrl;
-    QString reserved;
-    QMap<QString, ImageDownloader *> downloaders;
-    std::unique_ptr<HtmlPictures> m_pictures;
-    std::unique_ptr<HtmlDownloadQueue> m_queue;
-    QTimer *m_gather;
-    QSet<QString> m_arrivedFiles;
+    class Private;
+    std::unique_ptr<Private> const d;
 };

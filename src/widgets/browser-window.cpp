@@ -4,7 +4,6 @@
 
 #include <kovakit-qt/style/dpi-info.h>
 #include <kovakit-qt/style/style-manager.h>
-#include <kovakit-qt/widgets/html-text-browser.h>
 
 #include <QEvent>
 #include <QNetworkReply>
@@ -26,10 +25,36 @@ bool isTooLong(const QNetworkReply *reply)
 
 } // namespace
 
+class BrowserWindow::Private
+{
+public:
+    explicit Private(HtmlTextBrowser *browser)
+        : busy(new QProgressBar(browser))
+    {
+        busy->setObjectName(QStringLiteral("busyBar"));
+        busy->setRange(0, 0);
+        busy->setTextVisible(false);
+        busy->setFixedHeight(qMax(1, kovaPx(designBusyHeight)));
+        busy->setStyleSheet(getStyleSheet("component.help_busy", false));
+        busy->hide();
+    }
+
+    void placeBusyBar()
+    {
+        busy->setGeometry(0, 0, busy->parentWidget()->width(), busy->height());
+        busy->raise();
+    }
+
+    std::unique_ptr<QNetworkAccessManager> manager;
+    std::unique_ptr<QTimer> timer;
+    QProgressBar *const busy;
+    int running = 0;
+};
+
 BrowserWindow::BrowserWindow(QWidget *parent)
     : QDialog(parent)
     , m_browser(new HtmlTextBrowser(this))
-    , m_busy(new QProgressBar(m_browser))
+    , d(std::make_unique<Private>(m_browser))
 {
     m_browser->setOpenExternalLinks(true);
     // A link leads to another page with a title of its own.
@@ -41,28 +66,23 @@ BrowserWindow::BrowserWindow(QWidget *parent)
     setWindowModality(Qt::ApplicationModal);
     setStyleSheet(getStyleSheet("component.scrollbar", false));
 
-    m_busy->setObjectName(QStringLiteral("busyBar"));
-    m_busy->setRange(0, 0);
-    m_busy->setTextVisible(false);
-    m_busy->setFixedHeight(qMax(1, kovaPx(designBusyHeight)));
-    m_busy->setStyleSheet(getStyleSheet("component.help_busy", false));
-    m_busy->hide();
     m_browser->installEventFilter(this);
     m_browser->setFocus();
 }
 
 BrowserWindow::~BrowserWindow()
 {
-    m_manager->disconnect(this);
-    delete m_manager;
-    delete m_timer;
+    d->manager->disconnect(this);
+    m_browser->removeEventFilter(this);
 }
 
 void BrowserWindow::init()
 {
-    m_manager = new PlainAccessManager;
+    d->manager = std::make_unique<PlainAccessManager>();
+    m_manager = d->manager.get();
     connect(m_manager, &QNetworkAccessManager::finished, this, &BrowserWindow::slotReceiveReply);
-    m_timer = new QTimer;
+    d->timer = std::make_unique<QTimer>();
+    m_timer = d->timer.get();
     m_timer->setSingleShot(true);
     connect(m_timer, &QTimer::timeout, this, &BrowserWindow::slotQueryTimeout);
 }
@@ -78,9 +98,9 @@ void BrowserWindow::query()
     };
     connect(reply, &QNetworkReply::metaDataChanged, reply, guardSize);
     connect(reply, &QNetworkReply::readyRead, reply, guardSize);
-    ++m_running;
-    placeBusyBar();
-    m_busy->show();
+    ++d->running;
+    d->placeBusyBar();
+    d->busy->show();
 }
 
 void BrowserWindow::reload()
@@ -102,8 +122,8 @@ void BrowserWindow::slotReceiveReply(QNetworkReply *reply)
 {
     m_timer->stop();
     reply->deleteLater();
-    m_running = qMax(0, m_running - 1);
-    m_busy->setVisible(m_running > 0);
+    d->running = qMax(0, d->running - 1);
+    d->busy->setVisible(d->running > 0);
     if (reply->error() != QNetworkReply::NoError || isTooLong(reply) || !isPlain(reply)) {
         fallbackOffline();
         return;
@@ -128,12 +148,6 @@ void BrowserWindow::showPage(const QString &text)
 bool BrowserWindow::eventFilter(QObject *watched, QEvent *event)
 {
     if (watched == m_browser && event->type() == QEvent::Resize)
-        placeBusyBar();
+        d->placeBusyBar();
     return QDialog::eventFilter(watched, event);
-}
-
-void BrowserWindow::placeBusyBar()
-{
-    m_busy->setGeometry(0, 0, m_browser->width(), m_busy->height());
-    m_busy->raise();
 }

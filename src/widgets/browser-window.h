@@ -1,14 +1,15 @@
 #pragma once
 
 #include <kovakit-qt/kovakit-export.h>
+#include <kovakit-qt/widgets/html-text-browser.h>
 
 #include <QDialog>
 #include <QUrl>
 
-class HtmlTextBrowser;
+#include <memory>
+
 class QNetworkAccessManager;
 class QNetworkReply;
-class QProgressBar;
 class QTimer;
 
 /**
@@ -27,8 +28,8 @@ class KOVAKIT_EXPORT BrowserWindow : public QDialog
     Q_OBJECT
 
 public:
-    /** The longest page in bytes, 4 MiB; a longer answer counts as a network error. */
-    static constexpr qint64 maxPageBytes = qint64(4) * 1024 * 1024;
+    /** The longest page in bytes; a longer answer counts as a network error. */
+    static constexpr qint64 maxPageBytes = HtmlTextBrowser::maxPageBytes;
 
     /** A hidden dialog that has fetched nothing; @p parent owns it. */
     explicit BrowserWindow(QWidget *parent);
@@ -87,8 +88,6 @@ protected:
     HtmlTextBrowser *m_browser = nullptr;
 
 private:
-    void placeBusyBar();
-
-    QProgressBar *m_busy;
-    int m_running = 0;
+    class Private;
+    std::unique_ptr<Private> const d;
 };

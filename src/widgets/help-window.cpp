@@ -2,7 +2,6 @@
 
 #include <kovakit-qt/utils/safe-file_p.h>
 #include <kovakit-qt/utils/util.h>
-#include <kovakit-qt/widgets/html-text-browser.h>
 
 #include <QFile>
 #include <QHash>
@@ -37,16 +36,25 @@ QString helpLanguage(const QString &code)
 
 } // namespace
 
+class HelpWindow::Private
+{
+public:
+    QString lang;
+    QString offlineHelpDir;
+    QString link;
+    QString section;
+    QString version;
+};
+
 HelpWindow::HelpWindow(const HelpContext &context, QWidget *parent)
     : BrowserWindow(parent)
-    , m_lang(helpLanguage(context.lang))
-    , m_offlineHelpDir(context.offlineHelpDir)
-    , m_link(context.link)
-    , m_section(context.section)
-    , m_version(context.version)
+    , d(new Private{helpLanguage(context.lang), context.offlineHelpDir, context.link,
+                    context.section, context.version})
 {
     retrieveHelpContent();
 }
+
+HelpWindow::~HelpWindow() = default;
 
 void HelpWindow::setKnowledgeBaseHost(const QString &host)
 {
@@ -73,11 +81,11 @@ void HelpWindow::retrieveHelpContent()
 {
     QUrlQuery query;
     query.addQueryItem(QStringLiteral("action"), QStringLiteral("findHelpFile"));
-    query.addQueryItem(QStringLiteral("section"), m_section);
-    query.addQueryItem(QStringLiteral("lang"), m_lang);
-    query.addQueryItem(QStringLiteral("link"), m_link);
+    query.addQueryItem(QStringLiteral("section"), d->section);
+    query.addQueryItem(QStringLiteral("lang"), d->lang);
+    query.addQueryItem(QStringLiteral("link"), d->link);
     query.addQueryItem(QStringLiteral("unique"), QStringLiteral("kovaline_utility_help"));
-    query.addQueryItem(QStringLiteral("version"), m_version);
+    query.addQueryItem(QStringLiteral("version"), d->version);
     QUrl url = knowledgeBaseAddress();
     url.setQuery(query);
     reload(url);
@@ -85,10 +93,10 @@ void HelpWindow::retrieveHelpContent()
 
 void HelpWindow::fallbackOffline()
 {
-    m_searchDir = m_offlineHelpDir + QLatin1Char('/') + m_lang;
-    m_browser->setSearchPaths({m_searchDir});
+    const QString searchDir = d->offlineHelpDir + QLatin1Char('/') + d->lang;
+    m_browser->setSearchPaths({searchDir});
     QFile file;
-    if (!openRegularFile(file, m_searchDir + QLatin1Char('/') + m_link)
+    if (!openRegularFile(file, searchDir + QLatin1Char('/') + d->link)
         || file.size() > maxPageBytes)
         return;
     QTextStream stream(&file);

@@ -22,6 +22,8 @@ public:
     /** A hidden window that already fetches the article of @p context; @p parent owns it. */
     HelpWindow(const HelpContext &context, QWidget *parent);
 
+    ~HelpWindow() override;
+
     /**
      * Sets where the knowledge base is, for the windows made after it: "help.example.com", also
      * with a port, or "http://127.0.0.1:8080" where it is not to be reached by HTTPS.
@@ -47,10 +49,6 @@ public:
     void fallbackOffline() override;
 
 private:
-    QString m_lang;
-    QString m_offlineHelpDir;
-    QString m_link;
-    QString m_section;
-    QString m_version = QStringLiteral("1.0");
-    QString m_searchDir;
+    class Private;
+    std::unique_ptr<Private> const d;
 };

@@ -6,6 +6,7 @@
 #include <cerrno>
 #include <cstdio>
 #include <fcntl.h>
+#include <optional>
 #include <sys/stat.h>
 #include <unistd.h>
 
@@ -44,32 +45,63 @@ private:
 
 constexpr int folderFlags = O_RDONLY | O_DIRECTORY | O_CLOEXEC;
 
-bool isOwnFolder(const Descriptor &folder)
+constexpr mode_t othersWriteBits = S_IWGRP | S_IWOTH;
+constexpr mode_t othersBits = S_IRWXG | S_IRWXO;
+
+// The permissions of @p folder; none if it is not this user's own.
+std::optional<mode_t> modeOfOwn(const Descriptor &folder)
 {
     struct stat status = {};
     if (!folder.isValid() || ::fstat(folder.get(), &status) != 0 || status.st_uid != ::geteuid())
-        return false;
-    const mode_t othersMayWrite = status.st_mode & (S_IWGRP | S_IWOTH);
-    return othersMayWrite == 0
-        || ::fchmod(folder.get(), status.st_mode & 07777 & ~(S_IWGRP | S_IWOTH)) == 0;
+        return std::nullopt;
+    return status.st_mode & 07777;
 }
 
-Descriptor openOwnFolder(const QString &path)
+// Keeps others from writing to @p folder; false if it is not this user's own.
+bool closeToOthers(const Descriptor &folder)
 {
-    const QString shared = QDir::cleanPath(QDir::tempPath());
-    if (!path.startsWith(shared + QLatin1Char('/'))) {
-        Descriptor folder(::open(QFile::encodeName(path).constData(), folderFlags | O_NOFOLLOW));
-        return isOwnFolder(folder) ? std::move(folder) : Descriptor();
-    }
+    const std::optional<mode_t> mode = modeOfOwn(folder);
+    return mode
+        && ((*mode & othersWriteBits) == 0
+            || ::fchmod(folder.get(), *mode & ~othersWriteBits) == 0);
+}
+
+QString sharedFolder()
+{
+    return QDir::cleanPath(QDir::tempPath());
+}
+
+bool isShared(const QString &cleanPath)
+{
+    return cleanPath.startsWith(sharedFolder() + QLatin1Char('/'));
+}
+
+// Opens the folder @p path below the temporary one, through no link. For each folder on the way,
+// @p prepare may make it before it is opened, and @p accept says whether to go on in it.
+template<typename Prepare, typename Accept>
+Descriptor walkShared(const QString &path, const Prepare &prepare, const Accept &accept)
+{
+    const QString shared = sharedFolder();
     Descriptor folder(::open(QFile::encodeName(shared).constData(), folderFlags));
     for (const QString &name : path.mid(shared.size() + 1).split(QLatin1Char('/'))) {
         if (!folder.isValid())
             break;
-        Descriptor next(
-            ::openat(folder.get(), QFile::encodeName(name).constData(), folderFlags | O_NOFOLLOW));
-        folder = isOwnFolder(next) ? std::move(next) : Descriptor();
+        const QByteArray entry = QFile::encodeName(name);
+        prepare(folder.get(), entry.constData());
+        Descriptor next(::openat(folder.get(), entry.constData(), folderFlags | O_NOFOLLOW));
+        folder = accept(next) ? std::move(next) : Descriptor();
     }
     return folder;
+}
+
+void leaveAsItIs(int, const char *) { }
+
+Descriptor openOwnFolder(const QString &path)
+{
+    if (isShared(path))
+        return walkShared(path, leaveAsItIs, closeToOthers);
+    Descriptor folder(::open(QFile::encodeName(path).constData(), folderFlags | O_NOFOLLOW));
+    return closeToOthers(folder) ? std::move(folder) : Descriptor();
 }
 
 bool writeAll(int descriptor, const QByteArray &content)
@@ -101,6 +133,29 @@ bool openRegularFile(QFile &file, const QString &path)
         return false;
     descriptor.release();
     return true;
+}
+
+bool isTrustedFolder(const QString &path)
+{
+    const QString cleanPath = QDir::cleanPath(path);
+    if (cleanPath == sharedFolder())
+        return false;
+    if (!isShared(cleanPath))
+        return true;
+    bool isPrivate = false;
+    const auto accept = [&isPrivate](const Descriptor &folder) {
+        const std::optional<mode_t> mode = modeOfOwn(folder);
+        isPrivate |= mode && (*mode & othersBits) == 0;
+        return mode && (isPrivate || (*mode & othersWriteBits) == 0);
+    };
+    return walkShared(cleanPath, leaveAsItIs, accept).isValid();
+}
+
+bool makeOwnFolder(const QString &path)
+{
+    const QString cleanPath = QDir::cleanPath(path);
+    const auto make = [](int parent, const char *name) { ::mkdirat(parent, name, 0700); };
+    return isShared(cleanPath) && walkShared(cleanPath, make, closeToOthers).isValid();
 }
 
 bool replaceOwnFile(const QString &path, const QByteArray &content)

@@ -8,6 +8,17 @@
 // of waited for. @p file must not be open.
 [[nodiscard]] bool openRegularFile(QFile &file, const QString &path);
 
+// Whether nobody but this user can decide what lies in the folder @p path. Outside the temporary
+// folder, which everybody shares, that is for the system's owner to see to, and the answer is true.
+// Below it every folder on the way must be this user's own, none a symbolic link, and none writable
+// by others unless a private one is around it.
+[[nodiscard]] bool isTrustedFolder(const QString &path);
+
+// Makes the folder @p path below the temporary folder, or takes the one that is there, if every
+// folder on the way is this user's own and no symbolic link; others then can write to none of them.
+// False if there is no such folder.
+[[nodiscard]] bool makeOwnFolder(const QString &path);
+
 // Puts @p content in place of the file @p path, in one step: nobody ever sees half of it.
 //
 // Writes only into a folder that belongs to this user. Below the temporary folder, which everybody

@@ -69,9 +69,12 @@ bool openInSearchPaths(QFile &file, const QUrl &name, const QStringList &searchP
         if (tried.contains(folder))
             continue;
         tried.insert(folder);
+        if (!isTrustedFolder(folder))
+            continue;
         const QString path = pathInside(
             folder, QDir::isAbsolutePath(wanted) ? wanted : folder + QLatin1Char('/') + wanted);
-        if (!path.isEmpty() && openRegularFile(file, path))
+        if (!path.isEmpty() && isTrustedFolder(QFileInfo(path).path())
+            && openRegularFile(file, path))
             return true;
     }
     return false;

@@ -10,7 +10,8 @@
 class QTextDocument;
 
 // Opens the regular file that @p name stands for, if it lies inside one of @p searchPaths after
-// all links are resolved. Program resources (qrc:) are opened as well.
+// all links are resolved, and if nobody but this user can have put it there. Program resources
+// (qrc:) are opened as well.
 [[nodiscard]] bool openInSearchPaths(QFile &file, const QUrl &name, const QStringList &searchPaths);
 
 // What pictures may have and still be decoded.

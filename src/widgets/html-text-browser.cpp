@@ -6,11 +6,14 @@
 #include "html-reading-place_p.h"
 #include "html-scan_p.h"
 
+#include <kovakit-qt/utils/safe-file_p.h>
+
 #include <QAbstractTextDocumentLayout>
 #include <QDir>
 #include <QFileInfo>
 #include <QMap>
 #include <QScrollBar>
+#include <QTemporaryDir>
 #include <QTextCodec>
 #include <QTimer>
 
@@ -32,9 +35,17 @@ constexpr HtmlPictureLimits pictureLimits = {
     HtmlTextBrowser::maxPagePixels,
 };
 
+// Where downloaded pictures lie: the folder that all programs of this user share, or one of this
+// process where another user has taken the name.
 QString pictureFolder()
 {
-    return QDir::tempPath() + QLatin1String("/kovaline_help/image");
+    const QLatin1String name("/image");
+    const QString shared = QDir::tempPath() + QLatin1String("/kovaline_help") + name;
+    if (makeOwnFolder(shared))
+        return shared;
+    static const QTemporaryDir own(QDir::tempPath() + QLatin1String("/kovaline_help-XXXXXX"));
+    const QString path = own.path() + name;
+    return makeOwnFolder(path) ? path : shared;
 }
 
 bool isRemote(const QString &address)
@@ -115,7 +126,6 @@ void HtmlTextBrowser::Private::beginDownloads(const QString &text)
         return;
     baseUrl = found.baseUrl;
     const QString folder = pictureFolder();
-    QDir().mkpath(folder);
     q->setSearchPaths(QStringList(folder) + q->searchPaths());
 
     QVector<ImageDownloader *> jobs;

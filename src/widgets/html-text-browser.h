@@ -13,11 +13,14 @@
  *
  * The text says with `<base href="...">` where its pictures lie. Each of them is fetched into the
  * folder "kovaline_help/image" of the system's temporary folder, which becomes a search path of
- * the browser, and shows as soon as it has arrived. Use QTextBrowser for texts without remote
- * pictures.
+ * the browser, and shows as soon as it has arrived. Where another user of the machine has taken
+ * that name, a private folder takes its place until the program ends. Use QTextBrowser for texts
+ * without remote pictures.
  *
  * A page shows only what lies in its search paths: regular files inside them after all links are
- * resolved, pictures of pixels (no drawings, no icon files), and program resources. Anything else,
+ * resolved, pictures of pixels (no drawings, no icon files), and program resources. Below the
+ * temporary folder, which everybody shares, only folders count that are this user's own all the
+ * way. Anything else,
  * and a picture beyond the limits below, shows as missing. Only http and https addresses are
  * downloaded.
  *

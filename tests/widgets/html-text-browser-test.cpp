@@ -8,6 +8,7 @@
 #include <QtTest>
 
 #include <sys/stat.h>
+#include <unistd.h>
 
 namespace {
 
@@ -56,7 +57,8 @@ private Q_SLOTS:
     void stopsWithTheBrowser();
     void showsFilesOfSearchPathsOnly();
     void followsLinksInsideSearchPaths();
-    void ignoresForeignPictureFolder();
+    void leavesForeignPictureFolder_data();
+    void leavesForeignPictureFolder();
 
 private:
     [[nodiscard]] QString base() const
@@ -395,16 +397,45 @@ void HtmlTextBrowserTest::followsLinksInsideSearchPaths()
     QVERIFY(!m_browser->toPlainText().contains("secret"));
 }
 
-void HtmlTextBrowserTest::ignoresForeignPictureFolder()
+void HtmlTextBrowserTest::leavesForeignPictureFolder_data()
 {
-    const QDir precious(QFileInfo(writeScratchFile("precious/image/keep", "x")).path());
-    QVERIFY(QFile::link(scratchFolder() + "/precious", QDir::tempPath() + "/kovaline_help"));
+    QTest::addColumn<bool>("isLink");
+    QTest::newRow("link") << true;
+    // It takes root to make another user's folder.
+    if (::geteuid() == 0)
+        QTest::newRow("of another user") << false;
+}
+
+// Another user has made the folder before, with a page and a picture that this user has not asked
+// for.
+void HtmlTextBrowserTest::leavesForeignPictureFolder()
+{
+    QFETCH(bool, isLink);
+    const QString folder = QDir::tempPath() + "/kovaline_help";
+    const QString real = isLink ? scratchFolder() + "/precious" : folder;
+    QVERIFY(QDir().mkpath(real + "/image"));
+    for (const char *name : {"/image/0.png", "/image/planted.png"}) {
+        QFile file(real + name);
+        QVERIFY(file.open(QIODevice::WriteOnly));
+        file.write(pngFile({31, 32}));
+    }
+    if (isLink)
+        QVERIFY(QFile::link(real, folder));
+    else
+        QVERIFY(::chown(QFile::encodeName(folder).constData(), 1, 1) == 0);
+
     answerPictures(1, {10, 10});
-    m_browser->setText(base() + pictures(0, 1));
-    QTRY_COMPARE(m_server->requests().size(), 1);
-    QTest::qWait(60);
-    QCOMPARE(precious.entryList(QDir::Files), QStringList("keep"));
-    QFile::remove(QDir::tempPath() + "/kovaline_help");
+    m_browser->setText(base() + pictures(0, 1) + "<img src=\"planted.png\">");
+    QTRY_COMPARE(shownSize("../image/0.png"), QSize(10, 10));
+    QCOMPARE(shownSize("planted.png"), m_placeholder);
+    QCOMPARE(QImage(real + "/image/0.png").size(), QSize(31, 32));
+
+    // Neither may a host's own search path lead there.
+    m_browser->setSearchPaths({folder + "/image"});
+    m_browser->setText("<p><img src=\"planted.png\"></p>");
+    m_browser->grab();
+    QCOMPARE(shownSize("planted.png"), m_placeholder);
+    QFile::remove(folder);
 }
 
 QTEST_MAIN(HtmlTextBrowserTest)

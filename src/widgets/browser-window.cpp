@@ -124,7 +124,7 @@ void BrowserWindow::slotReceiveReply(QNetworkReply *reply)
     reply->deleteLater();
     d->running = qMax(0, d->running - 1);
     d->busy->setVisible(d->running > 0);
-    if (reply->error() != QNetworkReply::NoError || isTooLong(reply) || !isPlain(reply)) {
+    if (!isAnswer(reply) || isTooLong(reply)) {
         fallbackOffline();
         return;
     }

@@ -20,8 +20,9 @@ class QTimer;
  * of the page, styled by "component.help_busy". Escape closes the dialog, links open in the
  * desktop's browser. The dialog has no size and no title of its own; give it both.
  *
- * The application's proxy settings hold for the fetch. Redirects are not followed, and a page that
- * is sent compressed, though it was not asked for like that, counts as a network error.
+ * The application's proxy settings hold for the fetch; cookies are neither kept nor sent. A
+ * redirect is not followed: like a page that is sent compressed, though it was not asked for like
+ * that, it counts as a network error.
  */
 class KOVAKIT_EXPORT BrowserWindow : public QDialog
 {

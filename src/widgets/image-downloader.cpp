@@ -107,10 +107,7 @@ void ImageDownloader::start()
         refuse();
         return;
     }
-    QNetworkRequest request(remote);
-    request.setAttribute(QNetworkRequest::CookieLoadControlAttribute, QNetworkRequest::Manual);
-    request.setAttribute(QNetworkRequest::CookieSaveControlAttribute, QNetworkRequest::Manual);
-    d->reply = d->manager->get(request);
+    d->reply = d->manager->get(QNetworkRequest(remote));
     // What is read in one step is bounded too; the rest stays with the server.
     d->reply->setReadBufferSize(readStep);
     const auto read = [this] { d->read(); };

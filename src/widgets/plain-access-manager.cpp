@@ -3,6 +3,17 @@
 #include <QNetworkReply>
 #include <QNetworkRequest>
 
+namespace {
+
+// Whether the server has sent the body as it is, as it was asked to.
+bool isPlain(const QNetworkReply *reply)
+{
+    const QByteArray encoding = reply->rawHeader("Content-Encoding").trimmed().toLower();
+    return encoding.isEmpty() || encoding == "identity";
+}
+
+} // namespace
+
 QNetworkReply *PlainAccessManager::createRequest(Operation operation,
                                                  const QNetworkRequest &request,
                                                  QIODevice *outgoing)
@@ -12,13 +23,15 @@ QNetworkReply *PlainAccessManager::createRequest(Operation operation,
         // A scheme that nothing answers: the error arrives through the event loop as any other.
         sent.setUrl(QUrl(QStringLiteral("invalid:/")));
     }
+    sent.setAttribute(QNetworkRequest::CookieLoadControlAttribute, QNetworkRequest::Manual);
+    sent.setAttribute(QNetworkRequest::CookieSaveControlAttribute, QNetworkRequest::Manual);
     // In place of Qt's own offer to unpack.
     sent.setRawHeader("Accept-Encoding", "identity");
     return QNetworkAccessManager::createRequest(operation, sent, outgoing);
 }
 
-bool isPlain(const QNetworkReply *reply)
+bool isAnswer(const QNetworkReply *reply)
 {
-    const QByteArray encoding = reply->rawHeader("Content-Encoding").trimmed().toLower();
-    return encoding.isEmpty() || encoding == "identity";
+    return reply->error() == QNetworkReply::NoError && isPlain(reply)
+        && !reply->attribute(QNetworkRequest::RedirectionTargetAttribute).isValid();
 }

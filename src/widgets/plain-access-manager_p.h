@@ -2,8 +2,8 @@
 
 #include <QNetworkAccessManager>
 
-// Asks for bodies that are not compressed, and unpacks none: Qt would unpack four megabytes to four
-// gigabytes before anybody could stop it.
+// Keeps and sends no cookies. Asks for bodies that are not compressed, and unpacks none: Qt would
+// unpack four megabytes to four gigabytes before anybody could stop it.
 //
 // Requests to hosts below ".invalid" are answered with an error at once. Such names never resolve,
 // but asking for them can take seconds and tells a name server about it.
@@ -16,5 +16,6 @@ protected:
                                  QIODevice *outgoing) override;
 };
 
-// Whether the server has sent the body as it is, as it was asked to.
-[[nodiscard]] bool isPlain(const QNetworkReply *reply);
+// Whether @p reply, which has finished, is what was asked for: no error, no other address to ask
+// instead, no compressed body.
+[[nodiscard]] bool isAnswer(const QNetworkReply *reply);

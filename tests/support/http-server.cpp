@@ -62,6 +62,7 @@ void HttpServer::read(QTcpSocket *socket)
     if (isTls || !head.contains("\r\n\r\n") || socket->property("isRead").toBool())
         return;
     socket->readAll();
+    socket->setProperty("head", head);
     socket->setProperty("isRead", true);
     const QString target = QString::fromLatin1(head.split(' ').value(1));
     m_requests.append(target);

@@ -18,7 +18,8 @@ class HttpServer : public QTcpServer
     Q_OBJECT
 
 public:
-    // Answers in its own way: writes to the socket, or keeps it, or closes it.
+    // Answers in its own way: writes to the socket, or keeps it, or closes it. What the client has
+    // sent is the socket's property "head".
     using Handler = std::function<void(QTcpSocket *)>;
 
     HttpServer();

@@ -60,6 +60,7 @@ private Q_SLOTS:
     void showsTheAnswer();
     void fallsBackOnErrors();
     void keepsWhatItShowsWithoutOfflinePage();
+    void keepsNoCookies();
     void givesUpAfterTenSeconds();
     void laterAnswerWins();
     void canBeDeletedWhileFetching();
@@ -167,6 +168,7 @@ void HelpWindowTest::fallsBackOnErrors()
     const QByteArray page = "<p>server's own page</p>";
     for (const QByteArray &response :
          {HttpServer::response(page, "404 Not Found"), HttpServer::response(page, "500 Broken"),
+          HttpServer::response({}, "302 Found\r\nLocation: /elsewhere"),
           HttpServer::response(QByteArray(5000000, 'x')),
           QByteArray("HTTP/1.1 200 OK\r\nContent-Length: 1000000000\r\n\r\n"),
           QByteArray("HTTP/1.1 200 OK\r\nContent-Length: 99\r\n\r\n<p>cut short"),
@@ -192,6 +194,21 @@ void HelpWindowTest::keepsWhatItShowsWithoutOfflinePage()
         QCOMPARE(shownText(window), "article");
         QCOMPARE(browserOf(window)->searchPaths(), QStringList(scratchFolder() + "/help/enu"));
     }
+}
+
+void HelpWindowTest::keepsNoCookies()
+{
+    QByteArrayList heads;
+    m_server->handle(m_path, [&heads](QTcpSocket *socket) {
+        heads += socket->property("head").toByteArray().toLower();
+        socket->write(HttpServer::response("x", "200 OK\r\nSet-Cookie: who=me; path=/"));
+        socket->disconnectFromHost();
+    });
+    HelpWindow window(context(), nullptr);
+    QTRY_COMPARE(shownText(window), "x");
+    window.retrieveHelpContent();
+    QTRY_COMPARE(heads.size(), 2);
+    QVERIFY2(!heads.last().contains("\ncookie:"), heads.last().constData());
 }
 
 void HelpWindowTest::givesUpAfterTenSeconds()

@@ -8,8 +8,6 @@ namespace {
 class WheelGuard : public QObject
 {
 public:
-    using QObject::QObject;
-
     bool eventFilter(QObject *watched, QEvent *event) override
     {
         if (event->type() != QEvent::Wheel || static_cast<QWidget *>(watched)->hasFocus())
@@ -19,10 +17,35 @@ public:
     }
 };
 
+class ClickGuard : public QObject
+{
+public:
+    bool eventFilter(QObject *watched, QEvent *event) override
+    {
+        switch (event->type()) {
+        case QEvent::MouseButtonPress:
+        case QEvent::MouseButtonRelease:
+        case QEvent::MouseButtonDblClick:
+        case QEvent::MouseMove:
+        case QEvent::Wheel:
+            return !static_cast<QWidget *>(watched)->isVisible();
+        default:
+            return false;
+        }
+    }
+};
+
 } // namespace
 
 void passWheelWithoutFocus(QWidget *field)
 {
+    static WheelGuard guard;
     field->setFocusPolicy(Qt::StrongFocus);
-    field->installEventFilter(new WheelGuard(field));
+    field->installEventFilter(&guard);
+}
+
+void dropLateClicks(QWidget *popup)
+{
+    static ClickGuard guard;
+    popup->installEventFilter(&guard);
 }

@@ -1,5 +1,6 @@
 #include "kova-button-path.h"
 
+#include "input-guards_p.h"
 #include "path-accessible_p.h"
 
 #include <kovakit-qt/image-manager/image-manager.h>
@@ -43,7 +44,6 @@ bool isFocusByKeyboard(const QEvent *event)
 KovaButtonPath::KovaButtonPath(QWidget *parent)
     : QTableWidget(parent)
     , m_changeFolderBtn(new QToolButton)
-    , m_menu(std::make_unique<QMenu>())
 {
     installPathAccessibility(this);
     setUpTable();
@@ -81,8 +81,7 @@ void KovaButtonPath::setUpTable()
 
 void KovaButtonPath::setUpChangeFolderBtn()
 {
-    m_menu->setStyleSheet(getStyleSheet("component.menu", false));
-    m_changeFolderBtn->setMenu(m_menu.get());
+    replaceMenu();
     m_changeFolderBtn->setIcon(getGlobalImage("folder", ImageManager::Default));
     m_changeFolderBtn->setIconSize(QSize(20, 20));
     m_changeFolderBtn->setPopupMode(QToolButton::InstantPopup);
@@ -95,6 +94,20 @@ void KovaButtonPath::setUpChangeFolderBtn()
     m_changeFolderBtn->installEventFilter(this);
 }
 
+// A menu that has been open may be at work still, or have clicks on their way: it ends as it is
+// when the program is back, while a new one takes its place.
+void KovaButtonPath::replaceMenu()
+{
+    if (m_menu) {
+        m_menu->close();
+        m_menu.release()->deleteLater();
+    }
+    m_menu = std::make_unique<QMenu>();
+    m_menu->setStyleSheet(getStyleSheet("component.menu", false));
+    dropLateClicks(m_menu.get());
+    m_changeFolderBtn->setMenu(m_menu.get());
+}
+
 void KovaButtonPath::refresh(QString path)
 {
     m_visibleWidth = horizontalScrollBar()->pageStep();
@@ -103,9 +116,11 @@ void KovaButtonPath::refresh(QString path)
     const bool onShow = viewport()->isVisible();
     if (onShow)
         viewport()->hide();
-    m_menu->close();
+    if (m_menu->windowHandle())
+        replaceMenu();
+    else
+        m_menu->clear();
     m_changeFolderBtn->hide();
-    m_menu->clear();
     while (!m_buttons.isEmpty())
         delete m_buttons.takeFirst();
     clear();

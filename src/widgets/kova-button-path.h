@@ -79,6 +79,7 @@ protected:
 private:
     void setUpTable();
     void setUpChangeFolderBtn();
+    void replaceMenu();
     QPushButton *makeButton(const QString &style);
     void addNameButton(const QString &folder, const QString &style, int width);
     void addArrow(const QIcon &icon, const QString &style);

@@ -3,6 +3,7 @@
 #include "calendar-keys_p.h"
 #include "event-filters.h"
 #include "house-calendar_p.h"
+#include "input-guards_p.h"
 #include "kova-button.h"
 
 #include <kovakit-qt/style/dpi-info.h>
@@ -51,6 +52,8 @@ KovaCalanderView::KovaCalanderView(QWidget *parent)
     handleWeekdayHeader();
     handleTabOrder();
 
+    if (days())
+        dropLateClicks(days()->viewport());
     auto *keys = new CalendarKeys(m_calendar);
     keys->addButton(m_todayButton);
     for (QWidget *part : {static_cast<QWidget *>(navigationButton("qt_calendar_yearbutton")),
@@ -124,6 +127,7 @@ void KovaCalanderView::handleMonthMenu()
         return;
     for (QAction *action : button->menu()->actions())
         action->setText(m_monthNames.value(action->data().toInt() - 1).left(3));
+    dropLateClicks(button->menu());
     // The calendar copies the short name from the menu, even if the page stays.
     connect(button->menu(), &QMenu::triggered, this,
             [this] { pageChanged(m_calendar->yearShown(), m_calendar->monthShown()); });

@@ -1,5 +1,7 @@
 #include "kova-filter-bar.h"
 
+#include "input-guards_p.h"
+
 #include <kovakit-qt/style/dpi-info.h>
 #include <kovakit-qt/style/style-manager.h>
 #include <kovakit-qt/widgets/kova-icon-button.h>
@@ -30,6 +32,8 @@ KovaFilterBar::KovaFilterBar(QWidget *parent)
 void KovaFilterBar::setMenu(QMenu *menu)
 {
     m_searchButton->setMenu(menu);
+    if (menu)
+        dropLateClicks(menu);
     m_searchButton->setAccessibleName(menu ? menu->title() : QString());
 }
 

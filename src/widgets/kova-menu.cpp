@@ -1,5 +1,7 @@
 #include "kova-menu.h"
 
+#include "input-guards_p.h"
+
 #include <QScreen>
 
 #include <algorithm>
@@ -37,6 +39,7 @@ const QScreen *screenAt(const QPoint &point, const QScreen *screen)
 KovaMenu::KovaMenu(QWidget *parent)
     : QMenu(parent)
 {
+    dropLateClicks(this);
 }
 
 QPoint KovaMenu::positionOnScreen(const QRect &menu, const QRect &workArea)

@@ -7,6 +7,9 @@
 /**
  * A menu that pulls itself back onto the screen when it opens partly beside it.
  *
+ * A click that comes when the menu is closed already, because the program was busy, does nothing;
+ * so the entries may be changed while one of them is at work.
+ *
  * It has no style of its own; set the style text of "component.menu" for the house look.
  */
 class KOVAKIT_EXPORT KovaMenu : public QMenu

@@ -25,6 +25,19 @@ void click(const QWidget *widget)
     click(widget, widget->rect().center());
 }
 
+void doubleClickWhileBusy(const QWidget *widget, const QPoint &position)
+{
+    QWindow *window = widget->window()->windowHandle();
+    const QPoint local = widget->mapTo(widget->window(), position);
+    for (const auto type : {QEvent::MouseButtonPress, QEvent::MouseButtonRelease,
+                            QEvent::MouseButtonPress, QEvent::MouseButtonRelease}) {
+        const bool down = type == QEvent::MouseButtonPress;
+        qt_handleMouseEvent(window, local, window->mapToGlobal(local),
+                            down ? Qt::LeftButton : Qt::NoButton, Qt::LeftButton, type,
+                            Qt::NoModifier, int(++QTest::lastMouseTimestamp));
+    }
+}
+
 void turnWheel(const QWidget *widget, int notches)
 {
     const QWidget *window = widget->window();

@@ -17,6 +17,10 @@ void press(const QWidget *widget, int key, Qt::KeyboardModifiers modifiers = {})
 void click(const QWidget *widget, const QPoint &position);
 void click(const QWidget *widget);
 
+// Clicks twice at @p position of @p widget before the program is back to see either click, as with
+// somebody in a hurry while it is busy.
+void doubleClickWhileBusy(const QWidget *widget, const QPoint &position);
+
 // Turns the wheel over the middle of @p widget by @p notches, towards the user if negative.
 void turnWheel(const QWidget *widget, int notches);
 

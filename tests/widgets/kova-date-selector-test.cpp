@@ -133,6 +133,14 @@ void KovaDateSelectorTest::choosesByMouse()
     clickOn(part<QPushButton>("today_button"), QPoint(5, 5));
     QVERIFY(!isOpen());
     QCOMPARE(m_box->currentData().toDate(), QDate::currentDate());
+
+    open();
+    QSignalSpy choices(m_box->getCalendarView(), &KovaCalanderView::sigDateSelect);
+    const auto *days = part<QTableView>("calendarview");
+    doubleClickWhileBusy(days->viewport(), days->visualRect(days->model()->index(2, 0)).center());
+    QTRY_VERIFY(!isOpen());
+    QCoreApplication::processEvents();
+    QCOMPARE(choices.count(), 1);
 }
 
 void KovaDateSelectorTest::choosesByKeyboard()

@@ -38,6 +38,7 @@ private Q_SLOTS:
     void menuIsUsedByKeyboard();
     void menuOpensAtAPress();
     void barMayEndInItsMenu();
+    void lateClickChoosesNothing();
 
 private:
     std::unique_ptr<QWidget> m_window;
@@ -147,6 +148,19 @@ void KovaFilterBarTest::barMayEndInItsMenu()
     });
     press(m_bar, Qt::Key_Down);
     QVERIFY(!m_bar);
+}
+
+void KovaFilterBarTest::lateClickChoosesNothing()
+{
+    QMenu menu;
+    m_bar->setMenu(&menu);
+    QSignalSpy chosen(menu.addAction("Contents"), &QAction::triggered);
+    whenMenuOpens([](QMenu *opened) {
+        doubleClickWhileBusy(opened, opened->actionGeometry(opened->actions().first()).center());
+    });
+    press(m_bar, Qt::Key_Down);
+    QCoreApplication::processEvents();
+    QCOMPARE(chosen.count(), 1);
 }
 
 QTEST_MAIN(KovaFilterBarTest)

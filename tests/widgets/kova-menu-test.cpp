@@ -1,5 +1,7 @@
 #include <kovakit-qt/widgets/kova-menu.h>
 
+#include "support/user-input.h"
+
 #include <QtTest>
 
 class KovaMenuTest : public QObject
@@ -9,6 +11,7 @@ class KovaMenuTest : public QObject
 private Q_SLOTS:
     void pullsBack();
     void staysOnTheScreen();
+    void lateClickChoosesNothing();
 };
 
 void KovaMenuTest::pullsBack()
@@ -77,6 +80,18 @@ void KovaMenuTest::staysOnTheScreen()
         QVERIFY(menu.geometry().right() <= area.right());
         QVERIFY(menu.geometry().bottom() <= area.bottom());
     }
+}
+
+void KovaMenuTest::lateClickChoosesNothing()
+{
+    KovaMenu menu;
+    QSignalSpy chosen(menu.addAction("Entry"), &QAction::triggered);
+    menu.popup(QPoint(50, 50));
+    QVERIFY(QTest::qWaitForWindowExposed(&menu));
+    doubleClickWhileBusy(&menu, menu.actionGeometry(menu.actions().constFirst()).center());
+    QTRY_VERIFY(!menu.isVisible());
+    QCoreApplication::processEvents();
+    QCOMPARE(chosen.count(), 1);
 }
 
 QTEST_MAIN(KovaMenuTest)

@@ -23,6 +23,13 @@ bool isArrow(int column)
     return column % 2 != 0;
 }
 
+// It points along the row.
+QIcon arrowIcon(bool mirrored)
+{
+    const QPixmap arrow = getGlobalImage("bt_next", ImageManager::Default);
+    return mirrored ? QPixmap::fromImage(arrow.toImage().mirrored(true, false)) : arrow;
+}
+
 bool isReturn(const QEvent *event)
 {
     if (event->type() != QEvent::KeyPress)
@@ -90,8 +97,24 @@ void KovaButtonPath::setUpChangeFolderBtn()
     m_changeFolderBtn->setStyleSheet(
         getStyleSheet("component.button_path_change_folder_btn", false));
     m_changeFolderBtn->setFixedSize(kovaPx(26), kovaPx(26));
-    m_changeFolderBtn->move(kovaPx(1), kovaPx(1));
+    placeChangeFolderBtn();
     m_changeFolderBtn->installEventFilter(this);
+}
+
+void KovaButtonPath::placeChangeFolderBtn()
+{
+    const int x = isRightToLeft() ? width() - kovaPx(1) - kovaPx(26) : kovaPx(1);
+    m_changeFolderBtn->move(x, kovaPx(1));
+}
+
+// How much of the row's visible beginning the button of the menu covers.
+int KovaButtonPath::coveredWidth() const
+{
+    if (m_changeFolderBtn->isHidden())
+        return 0;
+    const QRect button = m_changeFolderBtn->geometry();
+    const QRect row = viewport()->geometry();
+    return isRightToLeft() ? row.right() + 1 - button.left() : button.right() + 1 - row.left();
 }
 
 // A menu that has been open may be at work still, or have clicks on their way: it ends as it is
@@ -129,7 +152,7 @@ void KovaButtonPath::refresh(QString path)
     const QStringList folders = path.split(QLatin1Char('/'), Qt::SkipEmptyParts);
     const QString nameStyle = getStyleSheet("component.button_path_name_button", false);
     const QString arrowStyle = getStyleSheet("component.button_path_arrow", false);
-    const QIcon arrow(getGlobalImage("bt_next", ImageManager::Default));
+    const QIcon arrow = arrowIcon(isRightToLeft());
     // The font of a button as it is made, before the bar hands on its own.
     const QFontMetrics metrics = QPushButton().fontMetrics();
     for (const QString &folder : folders) {
@@ -140,9 +163,12 @@ void KovaButtonPath::refresh(QString path)
     fillRow();
     if (onShow)
         viewport()->show();
-    if (focused >= 0 && !m_buttons.isEmpty())
-        m_buttons.at(qMin(focused, m_buttons.size() - 1))->setFocus();
+    const int column = qMin(focused, m_buttons.size() - 1);
+    if (column >= 0)
+        m_buttons.at(column)->setFocus();
     updateColumnSize();
+    if (column >= 0)
+        showName(column);
 }
 
 QPushButton *KovaButtonPath::makeButton(const QString &style)
@@ -211,6 +237,7 @@ void KovaButtonPath::updateColumnSize()
 void KovaButtonPath::setChangeFolderBtn(int totalWidth)
 {
     m_changeFolderBtn->show();
+    updateGeometries();
     const int overflow = totalWidth - m_visibleWidth;
     int offset = 0;
     int hiddenUpTo = -1;
@@ -249,6 +276,43 @@ void KovaButtonPath::addMenuEntry(int column)
         if (guard)
             m_inMenu = false;
     });
+}
+
+// Scrolls the name into view, beside the button of the menu; of a name too wide for that, the
+// beginning.
+void KovaButtonPath::showName(int column)
+{
+    QScrollBar *bar = horizontalScrollBar();
+    const int begin = horizontalHeader()->sectionPosition(column);
+    const int least = begin + columnWidth(column) - viewport()->width();
+    bar->setValue(qMin(qMax(bar->value(), least), begin - coveredWidth()));
+}
+
+void KovaButtonPath::updateGeometries()
+{
+    QScrollBar *bar = horizontalScrollBar();
+    const int value = bar->value();
+    QTableWidget::updateGeometries();
+    bar->setMinimum(-coveredWidth());
+    if (value < 0)
+        bar->setValue(value);
+}
+
+void KovaButtonPath::resizeEvent(QResizeEvent *event)
+{
+    QTableWidget::resizeEvent(event);
+    placeChangeFolderBtn();
+}
+
+void KovaButtonPath::changeEvent(QEvent *event)
+{
+    QTableWidget::changeEvent(event);
+    if (event->type() != QEvent::LayoutDirectionChange)
+        return;
+    placeChangeFolderBtn();
+    const QIcon arrow = arrowIcon(isRightToLeft());
+    for (int column = 1; column < m_buttons.size(); column += 2)
+        m_buttons.at(column)->setIcon(arrow);
 }
 
 QString KovaButtonPath::getPath(int column) const
@@ -296,7 +360,7 @@ bool KovaButtonPath::eventFilter(QObject *watched, QEvent *event)
     if (button && isFocusByKeyboard(event)) {
         const int column = m_buttons.indexOf(qobject_cast<QPushButton *>(watched));
         if (column >= 0)
-            scrollTo(model()->index(0, column));
+            showName(column);
     }
     return QTableWidget::eventFilter(watched, event);
 }

@@ -17,8 +17,8 @@ class QToolButton;
  * The bar never changes its path by itself: it tells which folder was picked with sigUpdatePath(),
  * and its owner answers with slotUpdatePath() or refresh(), at once if it likes. A row that is
  * wider than the bar is scrolled to its end, and a button over its left edge drops down a menu of
- * the folders that are out of sight. That is decided at refresh() alone, so call it once the bar
- * has its width, and again when the width changes.
+ * the folders that are out of sight. From right to left all of it is mirrored. That is decided at
+ * refresh() alone, so call it once the bar has its width, and again when the width changes.
  *
  * The buttons are reached with Tab and the arrow keys and pressed with the space bar or Return; a
  * refresh keeps the keyboard focus in the bar. To screen readers the bar is a tool bar. Give it an
@@ -75,16 +75,25 @@ Q_SIGNALS:
 protected:
     /** Brings a button that gets the focus by keyboard into view, and lets Return press it. */
     bool eventFilter(QObject *watched, QEvent *event) override;
+    /** Lets the row be scrolled until its first name lies beside the button of the menu. */
+    void updateGeometries() override;
+    /** Keeps the button of the menu at the edge where the row begins. */
+    void resizeEvent(QResizeEvent *event) override;
+    /** Follows the layout direction with the button of the menu and the arrows. */
+    void changeEvent(QEvent *event) override;
 
 private:
     void setUpTable();
     void setUpChangeFolderBtn();
     void replaceMenu();
+    void placeChangeFolderBtn();
     QPushButton *makeButton(const QString &style);
     void addNameButton(const QString &folder, const QString &style, int width);
     void addArrow(const QIcon &icon, const QString &style);
     void addMenuEntry(int column);
     void fillRow();
+    void showName(int column);
+    [[nodiscard]] int coveredWidth() const;
     [[nodiscard]] int focusedColumn() const;
 
     QList<QPushButton *> m_buttons;

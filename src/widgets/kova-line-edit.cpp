@@ -1,5 +1,7 @@
 #include "kova-line-edit.h"
 
+#include "named-accessible_p.h"
+
 #include <kovakit-qt/style/dpi-info.h>
 #include <kovakit-qt/style/style-manager.h>
 
@@ -9,6 +11,7 @@
 #include <QLabel>
 #include <QLineEdit>
 #include <QStyle>
+#include <QTextDocument>
 
 namespace {
 
@@ -18,6 +21,48 @@ const QString &warningSign()
 {
     static const QString sign(QChar(0x26A0));
     return sign;
+}
+
+bool isWordCharacter(QChar character)
+{
+    return character.isLetterOrNumber();
+}
+
+// "&Name" and "E&xit", but neither "Name & address" nor "R&D".
+bool marksShortcut(const QString &text, int ampersand)
+{
+    if (ampersand + 1 >= text.size() || !isWordCharacter(text.at(ampersand + 1)))
+        return false;
+    const QChar next = text.at(ampersand + 1);
+    const bool insideWord = ampersand > 0 && isWordCharacter(text.at(ampersand - 1));
+    return !insideWord || (next.isLetter() && !next.isUpper());
+}
+
+// Whether @p text is written for a buddy, to which Qt reads every ampersand as a mark. The first
+// single one tells, for that is the one that Qt makes a shortcut of.
+bool isMarked(const QString &text)
+{
+    if (Qt::mightBeRichText(text))
+        return false;
+    bool doubled = false;
+    for (int at = text.indexOf(QLatin1Char('&')); at >= 0;
+         at = text.indexOf(QLatin1Char('&'), at + 2)) {
+        if (text.midRef(at + 1, 1) != QLatin1String("&"))
+            return marksShortcut(text, at);
+        doubled = true;
+    }
+    return doubled;
+}
+
+QString withoutMarks(const QString &text)
+{
+    QString words;
+    for (int at = 0; at < text.size(); ++at) {
+        if (text.at(at) == QLatin1Char('&') && ++at == text.size())
+            break;
+        words += text.at(at);
+    }
+    return words;
 }
 
 } // namespace
@@ -41,8 +86,6 @@ KovaLineEdit::KovaLineEdit(QWidget *parent)
     m_lineEdit->setStyleSheet(getStyleSheet("component.lineedit", false));
     m_postLabel->setStyleSheet(labelStyle);
 
-    m_preLabel->setBuddy(m_lineEdit);
-    m_postLabel->setBuddy(m_lineEdit);
     setFocusProxy(m_lineEdit);
 }
 
@@ -95,13 +138,29 @@ QString KovaLineEdit::getEditText() const
 
 bool KovaLineEdit::event(QEvent *event)
 {
-    if (event->type() == QEvent::LayoutRequest || event->type() == QEvent::Show) {
-        // The first buddy names the field to screen readers, even if it has nothing to say.
-        for (QLabel *label : {m_preLabel, m_postLabel}) {
-            QWidget *buddy = label->text().isEmpty() ? nullptr : m_lineEdit;
-            if (label->buddy() != buddy)
-                label->setBuddy(buddy);
-        }
-    }
+    if (event->type() == QEvent::LayoutRequest || event->type() == QEvent::Show)
+        readLabels();
     return QWidget::event(event);
+}
+
+void KovaLineEdit::readLabels()
+{
+    QString name;
+    for (QLabel *label : {m_preLabel, m_postLabel}) {
+        const QString text = label->text();
+        const bool marked = isMarked(text);
+        if (marked != (label->buddy() == m_lineEdit)) {
+            // Only a new text makes a label forget that the one before it was marked.
+            label->setText(QString());
+            label->setBuddy(marked ? m_lineEdit : nullptr);
+            label->setText(text);
+        }
+        if (name.isEmpty())
+            name = marked ? withoutMarks(text) : withoutMarkup(text);
+    }
+    // What the owner has called the field stays.
+    const QString known = m_lineEdit->accessibleName();
+    if (known != name && (known.isEmpty() || known == m_labelName))
+        m_lineEdit->setAccessibleName(name);
+    m_labelName = name;
 }

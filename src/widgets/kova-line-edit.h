@@ -12,9 +12,14 @@ class QLineEdit;
  * A text field with a label before it and one after it, a test for its text and an error look.
  *
  * For the rows of settings forms: a caption, the field, a unit. The labels are empty at first and
- * are filled through their accessors; both are buddies of the field, so that an ampersand in their
- * texts marks a shortcut into the field ("&&" is an ampersand). The focus of the whole goes to the
- * field.
+ * are filled through their accessors. The first one with a text names the field to screen readers,
+ * unless the field has an accessible name of its own. The focus of the whole goes to the field.
+ *
+ * An ampersand before a letter or digit marks a shortcut into the field: "&Name", "E&xit". It does
+ * not between two characters of a word if a capital or a digit follows ("R&D"), nor before anything
+ * else ("Name & address"). The first single ampersand of a plain text decides: if it marks a
+ * shortcut, the label becomes a buddy of the field, and its other ampersands have to be doubled; if
+ * not, the whole text is shown as it is. A text whose ampersands are all doubled shows them single.
  *
  * The error look is the dynamic property "error" of the field, which the style text of
  * "component.lineedit" selects on.
@@ -64,15 +69,17 @@ public:
     [[nodiscard]] QString getEditText() const;
 
 protected:
-    /** Lets go of a label that lost its text, so that the other one can name the field. */
+    /** Reads the labels anew, once the new text of one has to be laid out. */
     bool event(QEvent *event) override;
 
 private:
+    void readLabels();
     void describeError(bool error);
 
     QHBoxLayout *m_layout;
     QLabel *m_preLabel;
     QLabel *m_postLabel;
     QLineEdit *m_lineEdit;
+    QString m_labelName;
     bool (*m_validator)(const QString &) = nullptr;
 };

@@ -32,6 +32,7 @@ private Q_SLOTS:
     void lineEditValidatesWhenAsked();
     void errorComesAndGoes();
     void errorIsTold();
+    void labelsLeadIntoTheField_data();
     void labelsLeadIntoTheField();
     void labelGrowsAndShrinksWithItsText();
     void labelKeepsItsMinimumHeight();
@@ -110,32 +111,64 @@ void FormControlsTest::errorIsTold()
     QCOMPARE(description(), "The owner's new words");
 }
 
+void FormControlsTest::labelsLeadIntoTheField_data()
+{
+    QTest::addColumn<QString>("text");
+    QTest::addColumn<QString>("shown");
+    QTest::addColumn<char>("key");
+    const auto row = [](const char *text, const char *shown, char key) {
+        QTest::newRow(text) << QString(text) << QString(shown) << key;
+    };
+    row("&Host", "Host", 'h');
+    row("to &port", "to port", 'p');
+    row("E&xit", "Exit", 'x');
+    row("(&1)", "(1)", '1');
+    row("R&&D &budget", "R&D budget", 'b');
+    row("Name && address", "Name & address", 0);
+    row("R&D budget", "R&D budget", 0);
+    row("Name & address", "Name & address", 0);
+    row("1&2", "1&2", 0);
+    row("Ask &", "Ask &", 0);
+    row("R&D && &more", "R&D && &more", 0);
+    row("plain", "plain", 0);
+    row("<b>fine</b> &amp; good", "fine & good", 0);
+}
+
 void FormControlsTest::labelsLeadIntoTheField()
 {
+    QFETCH(QString, text);
+    QFETCH(QString, shown);
+    QFETCH(char, key);
     QWidget window;
     QVBoxLayout layout(&window);
-    KovaLineEdit first(&window);
-    KovaLineEdit second(&window);
-    first.getPreLabel()->setText("&Host");
-    second.getPostLabel()->setText("to &port");
-    layout.addWidget(&first);
-    layout.addWidget(&second);
+    KovaLineEdit other(&window);
+    KovaLineEdit edit(&window);
+    QLabel plain(shown);
+    plain.setStyleSheet(edit.getPreLabel()->styleSheet());
+    layout.addWidget(&other);
+    layout.addWidget(&edit);
+    layout.addWidget(&plain);
     showActive(&window);
-
-    second.setFocus();
-    QCOMPARE(window.focusWidget(), second.getLineEdit());
-    press(&window, Qt::Key_H, Qt::AltModifier);
-    QCOMPARE(window.focusWidget(), first.getLineEdit());
-    press(&window, Qt::Key_P, Qt::AltModifier);
-    press(&window, Qt::Key_4);
-    QCOMPARE(second.getEditText(), "4");
-    press(&window, Qt::Key_Tab);
-    QCOMPARE(window.focusWidget(), first.getLineEdit());
-
-    // A label with something to say names the field.
-    QCOMPARE(spoken(second.getLineEdit()), "to port");
-    second.getPreLabel()->setText("&Connect");
-    QTRY_COMPARE(spoken(second.getLineEdit()), "Connect");
+    for (QLabel *label : {edit.getPostLabel(), edit.getPreLabel()}) {
+        label->setText("&Zeal");
+        QTRY_COMPARE(label->buddy(), edit.getLineEdit());
+        label->setText(text);
+        QTRY_COMPARE(spoken(edit.getLineEdit()), shown);
+        if (!text.startsWith('<'))
+            QTRY_COMPARE(label->sizeHint(), plain.sizeHint());
+        const QString keys = text.toLower() + " d";
+        for (const QChar each : keys) {
+            other.setFocus();
+            press(&window, each.unicode() < 128 ? each.toUpper().unicode() : 0, Qt::AltModifier);
+            QCOMPARE(edit.getLineEdit()->hasFocus(), key != 0 && each == key);
+        }
+    }
+    edit.getLineEdit()->setAccessibleName("Its own");
+    edit.getPreLabel()->setText("New");
+    QTRY_VERIFY(!edit.getPreLabel()->buddy());
+    QCOMPARE(spoken(edit.getLineEdit()), "Its own");
+    edit.setFocus();
+    QCOMPARE(window.focusWidget(), edit.getLineEdit());
 }
 
 void FormControlsTest::labelGrowsAndShrinksWithItsText()

@@ -20,5 +20,5 @@ void KovaLabel::resizeEvent(QResizeEvent *event)
         return;
     // The old minimum would count as a need of the text and keep the label from shrinking.
     setMinimumHeight(0);
-    setMinimumHeight(heightForWidth(width()));
+    setMinimumHeight(qMax(0, heightForWidth(width())));
 }

@@ -8,9 +8,9 @@
  * A label in the house look that grows with its text: the style key "component.label".
  *
  * With word wrap and the vertical size policy QSizePolicy::Minimum it asks at every resize for the
- * height that its text needs at the new width, and may be given more. Any other label keeps its
- * minimum height. For the texts of sheets there is MessageLabel, which is never higher than its
- * text.
+ * height that its text needs at the new width, none for a picture, and may be given more. Any other
+ * label keeps its minimum height. For the texts of sheets there is MessageLabel, which is never
+ * higher than its text.
  */
 class KOVAKIT_EXPORT KovaLabel : public QLabel
 {

@@ -185,6 +185,10 @@ void FormControlsTest::labelGrowsAndShrinksWithItsText()
     QVERIFY(label.minimumHeight() >= 2 * label.fontMetrics().height());
     label.resize(150, label.height());
     QCOMPARE(label.minimumHeight(), narrow);
+    // A picture has no height for a width; nor does it keep the height of the text.
+    label.setPixmap(QPixmap(20, 30));
+    label.resize(160, label.height());
+    QCOMPARE(label.minimumHeight(), 0);
 }
 
 void FormControlsTest::labelKeepsItsMinimumHeight()

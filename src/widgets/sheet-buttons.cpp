@@ -3,8 +3,10 @@
 #include <kovakit-qt/style/dpi-info.h>
 #include <kovakit-qt/style/style-manager.h>
 
+#include <QApplication>
 #include <QDialogButtonBox>
 #include <QEvent>
+#include <QPointer>
 #include <QProxyStyle>
 #include <QPushButton>
 
@@ -24,6 +26,18 @@ public:
         return baseStyle()->styleHint(hint, option, widget, returnData);
     }
 };
+
+// One for all boxes. The style sheets of the buttons go on using it until the last button is gone,
+// which a style that belongs to its box does not live to see.
+QStyle *dialogButtonBoxStyle()
+{
+    static QPointer<QStyle> style;
+    if (!style) {
+        style = new DialogButtonBoxStyle;
+        style->setParent(qApp);
+    }
+    return style;
+}
 
 // Hands a style on to its buttons only if it is new to them. Otherwise they would parse their style
 // texts again whenever the sheet's surroundings change, as when it is put into a mask.
@@ -80,9 +94,7 @@ void dressSecondButton(QDialogButtonBox *box, const QString &text)
 
 void orderButtons(QDialogButtonBox *box)
 {
-    auto *style = new DialogButtonBoxStyle;
-    style->setParent(box);
-    box->setStyle(style);
+    box->setStyle(dialogButtonBoxStyle());
 }
 
 QString sheetParagraph(const QString &text, int lineHeight)

@@ -47,6 +47,7 @@ private Q_SLOTS:
     void initTestCase() { setUpHost(); }
     void loopEndsWithWhatItNeeds_data();
     void loopEndsWithWhatItNeeds();
+    void answeredSheetsDie();
     void sheetDiesInFinished();
     void panelDiesAroundASheetWithoutMask();
     void windowDiesUnderTheShortcuts();
@@ -109,6 +110,39 @@ void SheetLifetimeTest::loopEndsWithWhatItNeeds()
     }
     QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
     delete window;
+}
+
+// The widget that had the focus cannot take it again, so that a button of the sheet dies with it.
+void SheetLifetimeTest::answeredSheetsDie()
+{
+    for (const bool byMouse : {false, true}) {
+        for (const bool onStack : {false, true}) {
+            const std::unique_ptr<QWidget> window(newWindow());
+            auto *edit = window->findChild<QLineEdit *>();
+            window->activateWindow();
+            const auto answer = [&](const KovaMessageSheet *sheet) {
+                edit->setEnabled(false);
+                press(window.get(), Qt::Key_Tab);
+                if (byMouse)
+                    click(sheet->button(QMessageBox::Discard));
+                else
+                    press(window.get(), Qt::Key_Return);
+            };
+            if (onStack) {
+                soon([&] { answer(visibleSheet(window.get())); });
+                QVERIFY(showConfirmMsg("", "Go?", window.get()) != 0);
+            } else {
+                KovaMessageSheet *sheet = newSheet(window.get());
+                soon([&] { answer(sheet); });
+                QVERIFY(sheet->exec() != 0);
+                // Twice the same: a style that is set anew replaces the one in use.
+                sheet->setMessageType(KovaMessageSheet::Question);
+                sheet->showSheet();
+                sheet->button(QMessageBox::Ok)->setFocus();
+                delete sheet;
+            }
+        }
+    }
 }
 
 void SheetLifetimeTest::sheetDiesInFinished()

@@ -23,7 +23,6 @@ public:
     void setText(const QString &text);
     void setupLayout();
     [[nodiscard]] int getPreferredWidth() const;
-    void show(bool blockCloseButton);
 
     KovaInputSheet *q;
     MessageLabel *textLabel;
@@ -94,15 +93,6 @@ int KovaInputSheetPrivate::getPreferredWidth() const
     return available < widest + margins ? int(std::max(0.0, available - margins)) : widest;
 }
 
-void KovaInputSheetPrivate::show(bool blockCloseButton)
-{
-    q->show();
-    modality.begin(blockCloseButton);
-    // An initial text that the caller selected stays selected: a focus that is there already is
-    // not taken away first.
-    lineEdit->setFocus(Qt::OtherFocusReason);
-}
-
 KovaInputSheet::KovaInputSheet(QWidget *parent)
     : KovaSheet(parent)
     , d(new KovaInputSheetPrivate(this))
@@ -145,7 +135,7 @@ QAbstractButton *KovaInputSheet::button(QMessageBox::StandardButton which) const
 void KovaInputSheet::setDefaultButton(QPushButton *button)
 {
     if (button)
-        button->setDefault(true);
+        makeDefaultButton(button);
 }
 
 void KovaInputSheet::setBlockWindowButton(bool block)
@@ -155,13 +145,12 @@ void KovaInputSheet::setBlockWindowButton(bool block)
 
 int KovaInputSheet::exec()
 {
-    d->show(blockWindowButton);
-    return d->modality.exec();
+    return d->modality.exec(blockWindowButton, d->lineEdit, Qt::OtherFocusReason);
 }
 
 void KovaInputSheet::showSheet()
 {
-    d->show(false);
+    d->modality.begin(false, d->lineEdit);
 }
 
 void KovaInputSheet::done(int ret)

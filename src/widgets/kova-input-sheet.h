@@ -16,13 +16,11 @@ class QPushButton;
  * wait for finished(); after QMessageBox::Ok take the text with getContent(). For a message or a
  * question without a text use KovaMessageSheet.
  *
- * While the sheet is up it is modal in the same way as a KovaMessageSheet: keys, clicks and
- * shortcuts do not reach the rest of the window, and the focus stays in the sheet and returns
- * afterwards. Return presses the accept button, or the second one if that has the focus, Escape the
- * second one. The result is QMessageBox::Ok (1024) for the accept button, QMessageBox::Discard
- * (8388608) for the second one and 0 when the sheet was ended by quit(), or by the end of its
- * window, of itself or of the application. A sheet that is hidden while it runs ends with 0 as
- * well.
+ * While the sheet is up it is modal in the same way as a KovaMessageSheet, and can be answered,
+ * hidden and moved as that one. Return presses the accept button, or the second one if that has the
+ * focus, Escape the second one. The result is QMessageBox::Ok (1024) for the accept button,
+ * QMessageBox::Discard (8388608) for the second one and 0 when the sheet was ended by quit(), or by
+ * the end of its window, of itself or of the application, or was hidden for good.
  *
  * The sheet is 480 design pixels wide, or 40 less than its parent widget if that is narrower than
  * 520. The host must have loaded style files and strings.

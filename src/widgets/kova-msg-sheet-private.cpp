@@ -232,12 +232,6 @@ int KovaMessageSheetPrivate::getPreferredWidth() const
     return int(std::max(0.0, available - 40));
 }
 
-void KovaMessageSheetPrivate::show(bool blockCloseButton)
-{
-    q->show();
-    modality.begin(blockCloseButton);
-}
-
 void KovaMessageSheetPrivate::startMovie()
 {
     QMovie *movie = iconLabel->movie();

@@ -1,6 +1,7 @@
 #include "kova-msg-sheet_p.h"
 
 #include "message-label.h"
+#include "sheet-buttons_p.h"
 
 #include <QDialogButtonBox>
 #include <QEvent>
@@ -80,7 +81,7 @@ QAbstractButton *KovaMessageSheet::button(QMessageBox::StandardButton which) con
 void KovaMessageSheet::setDefaultButton(QPushButton *button)
 {
     if (button)
-        button->setDefault(true);
+        makeDefaultButton(button);
 }
 
 void KovaMessageSheet::setBlockWindowButton(bool block)
@@ -90,20 +91,18 @@ void KovaMessageSheet::setBlockWindowButton(bool block)
 
 int KovaMessageSheet::exec()
 {
-    d->show(blockWindowButton);
-    d->textLabel->setFocus(Qt::TabFocusReason);
     d->startMovie();
-    return d->modality.exec();
+    return d->modality.exec(blockWindowButton, d->textLabel, Qt::TabFocusReason);
 }
 
 void KovaMessageSheet::showSheet()
 {
-    d->show(false);
+    d->modality.begin(false);
 }
 
 void KovaMessageSheet::showSheetWithBlock()
 {
-    d->show(blockWindowButton);
+    d->modality.begin(blockWindowButton);
 }
 
 void KovaMessageSheet::done(int ret)

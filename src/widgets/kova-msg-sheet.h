@@ -25,11 +25,22 @@ struct MsgBoxCustomBtnText
  * finished().
  *
  * While a sheet is up it is modal: keys, clicks and shortcuts do not reach the rest of the window,
- * and the focus stays in the sheet and returns afterwards. Escape presses the second button,
- * Return, Enter and Space the focused button or else the accept button. The result is
- * QMessageBox::Ok (1024) for the accept button, QMessageBox::Discard (8388608) for the second one
- * and 0 when the sheet was ended by quit(), or by the end of its window, of itself or of the
- * application. A sheet that is hidden while it runs ends with 0 as well.
+ * popups that are open close, and the focus stays in the sheet. Escape presses the second button,
+ * Return, Enter and Space the focused button or else the accept button. The sheet can be answered
+ * though its window or a widget between is disabled, before or meanwhile; their state stays what
+ * the host made it. A dialog below the sheet keeps its default button. When the run ends, the focus
+ * returns to the widget that had it, or goes to the next one if that cannot take it any more.
+ *
+ * The result is QMessageBox::Ok (1024) for the accept button, QMessageBox::Discard (8388608) for
+ * the second one and 0 when the sheet was ended by quit(), or by the end of its window, of itself
+ * or of the application. It is 0 as well when the sheet is hidden for good: by itself, or with its
+ * mask, a widget between or its window, be that by hide(), close(), QDialog::done() or another page
+ * of a stack. For good means that it is out of sight for a tenth of a second; who hides it and
+ * shows it again before that, or minimises the window, does not end it.
+ *
+ * A widget that carries the sheet and is moved into another window with setParent() takes the hold
+ * along: the old window is free, the new one is held. Show the widget again, which setParent()
+ * hides.
  *
  * The width follows that of the parent widget at the time of the call. Texts are rich text. The
  * host must have loaded pictures, style files and strings.

@@ -23,7 +23,6 @@ public:
     void setupLayout();
     [[nodiscard]] int getPreferredWidth() const;
 
-    void show(bool blockCloseButton);
     void startMovie();
     void rebuildFocusList();
     bool restrictedFocus(QObject *watched, QKeyEvent *event);

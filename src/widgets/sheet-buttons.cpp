@@ -4,15 +4,19 @@
 #include <kovakit-qt/style/style-manager.h>
 
 #include <QApplication>
+#include <QDialog>
 #include <QDialogButtonBox>
 #include <QEvent>
 #include <QPointer>
 #include <QProxyStyle>
 #include <QPushButton>
+#include <QSignalBlocker>
 
 #include <algorithm>
 
 namespace {
+
+constexpr char defaultProperty[] = "_kova_default";
 
 // Right-aligned buttons with the accept button first, on every platform.
 class DialogButtonBoxStyle : public QProxyStyle
@@ -41,6 +45,9 @@ QStyle *dialogButtonBoxStyle()
 
 // Hands a style on to its buttons only if it is new to them. Otherwise they would parse their style
 // texts again whenever the sheet's surroundings change, as when it is put into a mask.
+//
+// Lets a button in it come up silently that was pressed by assistive technology, which clicks only
+// some time later, and was answered by somebody else meanwhile.
 class SheetButtonBox : public QDialogButtonBox
 {
 public:
@@ -55,6 +62,14 @@ protected:
             QDialogButtonBox::changeEvent(event);
     }
 
+    bool eventFilter(QObject *watched, QEvent *event) override
+    {
+        if (event->type() != QEvent::Timer || isVisible())
+            return QDialogButtonBox::eventFilter(watched, event);
+        const QSignalBlocker silent(watched);
+        return watched->event(event);
+    }
+
 private:
     [[nodiscard]] bool buttonsHaveStyle() const
     {
@@ -65,6 +80,15 @@ private:
                });
     }
 };
+
+// In a dialog a button that can be the default takes that role from the others with the focus.
+QPushButton *sheetButton(QDialogButtonBox *box, QDialogButtonBox::StandardButton which)
+{
+    QPushButton *button = box->button(which);
+    button->setAutoDefault(false);
+    button->installEventFilter(box);
+    return button;
+}
 
 } // namespace
 
@@ -82,14 +106,35 @@ void dressButton(QAbstractButton *button, const QString &text, const char *style
 
 void dressOkButton(QDialogButtonBox *box, const QString &text)
 {
-    QPushButton *ok = box->button(QDialogButtonBox::Ok);
-    ok->setDefault(true);
+    QPushButton *ok = sheetButton(box, QDialogButtonBox::Ok);
+    makeDefaultButton(ok);
     dressButton(ok, text, "component.apply_button");
+}
+
+void makeDefaultButton(QPushButton *button)
+{
+    // The button tells the dialog that it is in. Taken for a window, it is in none.
+    const Qt::WindowFlags flags = button->windowFlags();
+    button->overrideWindowFlags(flags | Qt::Window);
+    button->setDefault(true);
+    button->overrideWindowFlags(flags);
+    button->update();
+    button->setProperty(defaultProperty, true);
+}
+
+void restoreDefaultButtons(const QWidget *sheet)
+{
+    if (!qobject_cast<const QDialog *>(sheet->window()))
+        return;
+    for (QPushButton *button : sheet->findChildren<QPushButton *>()) {
+        if (button->property(defaultProperty).toBool())
+            makeDefaultButton(button);
+    }
 }
 
 void dressSecondButton(QDialogButtonBox *box, const QString &text)
 {
-    dressButton(box->button(QDialogButtonBox::Discard), text, "component.cancel_button");
+    dressButton(sheetButton(box, QDialogButtonBox::Discard), text, "component.cancel_button");
 }
 
 void orderButtons(QDialogButtonBox *box)

@@ -2,6 +2,7 @@
 
 class QAbstractButton;
 class QDialogButtonBox;
+class QPushButton;
 class QString;
 class QWidget;
 
@@ -15,6 +16,13 @@ void dressButton(QAbstractButton *button, const QString &text, const char *style
 
 // Gives the accept button its text and look and makes it the default button.
 void dressOkButton(QDialogButtonBox *box, const QString &text);
+
+// Makes @p button a default button of its sheet. A dialog around the sheet keeps its own.
+void makeDefaultButton(QPushButton *button);
+
+// Makes the buttons of @p sheet default buttons again that makeDefaultButton() made so, after a
+// dialog around the sheet took the role from them.
+void restoreDefaultButtons(const QWidget *sheet);
 
 // Gives the second button, which is QDialogButtonBox::Discard on every sheet, its text and look.
 void dressSecondButton(QDialogButtonBox *box, const QString &text);

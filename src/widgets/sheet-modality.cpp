@@ -1,17 +1,17 @@
 #include "sheet-modality_p.h"
 
 #include "kova-sheet.h"
-#include "shapi-linux.h"
+#include "sheet-buttons_p.h"
+#include "sheet-keys_p.h"
+#include "window-use_p.h"
 
-#include <kovakit-qt/utils/util.h>
-
-#include <QAbstractButton>
 #include <QAction>
 #include <QApplication>
 #include <QDialogButtonBox>
 #include <QEventLoop>
 #include <QKeyEvent>
-#include <QPushButton>
+
+#include <chrono>
 
 struct SheetModality::Run
 {
@@ -21,46 +21,12 @@ struct SheetModality::Run
 
 namespace {
 
+// A sheet that nobody has seen for as long is hidden for good. What moves a widget to another place
+// hides it and shows it again, the layouts of Qt not before the event loop comes round.
+constexpr std::chrono::milliseconds unseenForGood{100};
+
 // Sheets can be opened over sheets of the same window; only the latest one holds the window.
 QVector<SheetModality *> activeModalities;
-
-bool isPointerEvent(QEvent::Type type)
-{
-    switch (type) {
-    case QEvent::MouseButtonPress:
-    case QEvent::MouseButtonRelease:
-    case QEvent::MouseButtonDblClick:
-    case QEvent::MouseMove:
-    case QEvent::Wheel:
-    case QEvent::ContextMenu:
-    case QEvent::TouchBegin:
-    case QEvent::TouchUpdate:
-    case QEvent::TouchEnd:
-    case QEvent::TabletPress:
-    case QEvent::TabletMove:
-    case QEvent::TabletRelease:
-    case QEvent::Gesture:
-    case QEvent::ToolTip:
-        return true;
-    default:
-        return false;
-    }
-}
-
-bool isDragEvent(QEvent::Type type)
-{
-    return type == QEvent::DragEnter || type == QEvent::DragMove || type == QEvent::Drop;
-}
-
-bool isTypingEvent(QEvent::Type type)
-{
-    return type == QEvent::KeyPress || type == QEvent::KeyRelease || type == QEvent::InputMethod;
-}
-
-bool canTakeFocus(const QWidget *widget)
-{
-    return widget && widget->isEnabled() && widget->isVisible();
-}
 
 } // namespace
 
@@ -68,6 +34,9 @@ SheetModality::SheetModality(KovaSheet *sheet, std::function<void()> cancel)
     : m_sheet(sheet)
     , m_cancel(std::move(cancel))
 {
+    m_unseenFor.setSingleShot(true);
+    m_unseenFor.setInterval(unseenForGood);
+    connect(&m_unseenFor, &QTimer::timeout, this, &SheetModality::cancelIfUnseen);
 }
 
 SheetModality::~SheetModality()
@@ -75,36 +44,37 @@ SheetModality::~SheetModality()
     end(0);
 }
 
-void SheetModality::begin(bool blockCloseButton)
+void SheetModality::begin(bool blockCloseButton, QWidget *first, Qt::FocusReason reason)
 {
-    if (blockCloseButton && !m_closeButtonHandle)
-        SHAPISetCloseButtonOfWindowEnable(m_sheet, false, &m_closeButtonHandle);
-
-    QWidget *window = m_sheet->window();
-    // Installed last, so that it is asked before the filters of sheets below this one.
-    window->installEventFilter(m_sheet);
-    if (m_active)
-        return;
-
-    m_active = true;
-    m_window = window;
-    m_focusBefore = window->focusWidget();
-    m_focusInside.clear();
-    activeModalities.append(this);
-    qApp->installEventFilter(this);
-    m_focusConnection = connect(qApp, &QApplication::focusChanged, this,
-                                [this](QWidget *, QWidget *now) { holdFocus(now); });
-    watchAncestors();
-    if (!isInside(m_focusBefore))
-        holdFocus(m_focusBefore ? m_focusBefore.data() : window);
+    const QPointer<SheetModality> self(this);
+    m_sheet->show();
+    if (!m_active) {
+        closePopups();
+        if (!self || m_active)
+            return;
+        m_active = true;
+        m_focusInside = first;
+        qApp->installEventFilter(this);
+        m_focusConnection = connect(qApp, &QApplication::focusChanged, this,
+                                    [this](QWidget *, QWidget *now) { holdFocus(now); });
+        enterWindow();
+    }
+    if (self && m_active && blockCloseButton)
+        m_closeButton.take(m_window);
+    if (self && m_active && first)
+        first->setFocus(reason);
 }
 
-int SheetModality::exec()
+int SheetModality::exec(bool blockCloseButton, QWidget *first, Qt::FocusReason reason)
 {
-    // Somebody who was told of the show or the focus ended it already.
-    if (!m_active)
-        return 0;
+    const QPointer<SheetModality> self(this);
+    begin(blockCloseButton, first, reason);
+    // Somebody who was told of it may have ended it already.
+    return self && m_active ? runLoop() : 0;
+}
 
+int SheetModality::runLoop()
+{
     const QPointer<SheetModality> self(this);
     const auto run = std::make_shared<Run>();
     m_runs.append(run);
@@ -117,52 +87,51 @@ int SheetModality::exec()
         if (m_active && m_runs.isEmpty())
             m_cancel();
     }
-    if (self)
+    if (self && !m_active && m_execDepth == 0)
         unwatchAncestors();
     return run->result;
 }
 
 void SheetModality::end(int result)
 {
-    const bool wasTopmost = isTopmost();
-    if (m_closeButtonHandle)
-        SHAPISetCloseButtonOfWindowEnable(m_sheet, true, &m_closeButtonHandle);
-
     const auto runs = std::exchange(m_runs, {});
     for (const auto &run : runs) {
         run->result = result;
         run->loop.quit();
     }
-
-    m_sheet->window()->removeEventFilter(m_sheet);
     if (!m_active)
         return;
     m_active = false;
+    m_unseenFor.stop();
     disconnect(m_focusConnection);
-    unwatchAncestors();
     qApp->removeEventFilter(this);
-    activeModalities.removeOne(this);
-    if (wasTopmost && canTakeFocus(m_focusBefore))
-        m_focusBefore->setFocus(Qt::OtherFocusReason);
+    // A loop that was told to end may still delete the window before it returns to the caller of
+    // exec(), so the watch goes on until then.
+    if (m_execDepth == 0)
+        unwatchAncestors();
+    leaveWindow();
 }
 
 void SheetModality::finish(int result)
 {
-    const QPointer<KovaSheet> sheet(m_sheet);
+    const QPointer<SheetModality> self(this);
+    KovaSheet *const sheet = m_sheet;
     end(result);
-    if (sheet)
+    if (self)
         sheet->hide();
-    if (sheet)
+    if (self && !m_active)
+        inheritDisabled();
+    if (self)
         Q_EMIT sheet->finished(result);
 }
 
-bool SheetModality::isTopmost() const
+SheetModality *SheetModality::topmostOf(const QWidget *window)
 {
     for (auto it = activeModalities.crbegin(); it != activeModalities.crend(); ++it) {
-        if ((*it)->m_window == m_window)
-            return *it == this;
+        if ((*it)->m_window == window)
+            return *it;
     }
-    return false;
+    return nullptr;
 }
 
 bool SheetModality::isInside(const QWidget *widget) const
@@ -183,59 +152,141 @@ bool SheetModality::isCovered(const QObject *object) const
     return widget->window() == m_window && !isInside(widget);
 }
 
+// A popup has the keyboard before the sheet has it.
+void SheetModality::closePopups() const
+{
+    const QPointer<const SheetModality> self(this);
+    while (QWidget *popup = QApplication::activePopupWidget()) {
+        if (popup->isAncestorOf(m_sheet) || !popup->close() || !self)
+            break;
+    }
+}
+
+void SheetModality::enterWindow()
+{
+    const QPointer<SheetModality> self(this);
+    m_window = m_sheet->window();
+    activeModalities.append(this);
+    m_window->installEventFilter(m_sheet);
+    watchAncestors();
+    m_focusBefore = m_window->focusWidget();
+    if (isInside(m_focusBefore))
+        m_focusBefore.clear();
+    if (m_window->isVisible() && !m_sheet->isVisible())
+        m_unseenFor.start();
+    stayEnabled();
+    if (self)
+        pullFocus();
+    // A dialog that loses the focus of its own button takes the role from all others.
+    if (self)
+        restoreDefaultButtons(m_sheet);
+}
+
+void SheetModality::leaveWindow()
+{
+    const bool wasTopmost = topmostOf(m_window) == this;
+    activeModalities.removeOne(this);
+    m_closeButton.release();
+    // The window may be about to die.
+    if (!m_window)
+        return;
+    m_window->removeEventFilter(m_sheet);
+    for (SheetModality *other : qAsConst(activeModalities)) {
+        if (isInside(other->m_focusBefore))
+            other->m_focusBefore = m_focusBefore;
+    }
+    if (wasTopmost)
+        returnFocus();
+}
+
+void SheetModality::followWindow()
+{
+    unwatchAncestors();
+    if (m_sheet->window() == m_window) {
+        watchAncestors();
+        return;
+    }
+    const QPointer<SheetModality> self(this);
+    const bool closeButtonIsTaken = m_closeButton.isTaken();
+    leaveWindow();
+    if (self && m_active)
+        enterWindow();
+    if (self && m_active && closeButtonIsTaken)
+        m_closeButton.take(m_window);
+}
+
 void SheetModality::watchAncestors()
 {
     for (QWidget *ancestor = m_sheet->parentWidget(); ancestor;
          ancestor = ancestor->parentWidget()) {
-        m_ancestorConnections.append(
-            connect(ancestor, &QObject::destroyed, this, [this] { leaveDyingAncestor(); }));
+        m_ancestorConnections.append(connect(ancestor, &QObject::destroyed, this,
+                                             [this, ancestor] { leaveDyingAncestor(ancestor); }));
         if (ancestor->isWindow())
             break;
     }
 }
 
-// A loop that was told to end may still delete the window before it returns to the caller of
-// exec(), so the watch goes on until then.
 void SheetModality::unwatchAncestors()
 {
-    if (m_active || m_execDepth > 0)
-        return;
     for (const auto &connection : std::exchange(m_ancestorConnections, {}))
         disconnect(connection);
 }
 
 // The signal comes before the dying widget deletes its children.
-void SheetModality::leaveDyingAncestor()
+void SheetModality::leaveDyingAncestor(const QWidget *ancestor)
 {
-    m_focusBefore.clear();
+    if (m_focusBefore == ancestor || ancestor->isAncestorOf(m_focusBefore))
+        m_focusBefore.clear();
+    const QPointer<SheetModality> self(this);
     end(0);
-    if (m_execDepth > 0 && !m_sheet->isOnHeap())
+    if (self && m_execDepth > 0 && !m_sheet->isOnHeap())
         m_sheet->setParent(nullptr);
 }
 
-QList<QWidget *> SheetModality::focusWidgets() const
+// Below a disabled widget QWidget::setEnabled() does nothing, and the state of those around the
+// sheet is not the sheet's to change.
+void SheetModality::stayEnabled()
 {
-    QList<QWidget *> widgets = accessibleList(m_sheet, AccessibleFilter({m_sheet}, Qt::TabFocus));
-    const auto skipped = [](const QWidget *widget) {
-        return !(widget->focusPolicy() & Qt::TabFocus) || !widget->isEnabled()
-            || widget->focusProxy();
-    };
-    widgets.erase(std::remove_if(widgets.begin(), widgets.end(), skipped), widgets.end());
-    return widgets;
+    if (m_sheet->isEnabled() || m_sheet->testAttribute(Qt::WA_ForceDisabled))
+        return;
+    const QPointer<SheetModality> self(this);
+    m_sheet->setAttribute(Qt::WA_Disabled, false);
+    for (QWidget *child : m_sheet->findChildren<QWidget *>(QString(), Qt::FindDirectChildrenOnly)) {
+        if (!child->isWindow() && !child->testAttribute(Qt::WA_ForceDisabled))
+            child->setEnabled(true);
+    }
+    QEvent change(QEvent::EnabledChange);
+    QCoreApplication::sendEvent(m_sheet, &change);
+    if (self)
+        pullFocus();
 }
 
-bool SheetModality::moveFocus(bool forward)
+void SheetModality::inheritDisabled()
 {
-    const QList<QWidget *> widgets = focusWidgets();
-    if (widgets.isEmpty())
-        return true;
-    const int count = widgets.size();
-    const int current = widgets.indexOf(m_sheet->window()->focusWidget());
-    int next = forward ? 0 : count - 1;
-    if (current >= 0)
-        next = (current + (forward ? 1 : count - 1)) % count;
-    widgets.at(next)->setFocus(forward ? Qt::TabFocusReason : Qt::BacktabFocusReason);
-    return true;
+    const QWidget *parent = m_sheet->parentWidget();
+    if (!parent || parent->isEnabled() || !m_sheet->isEnabled())
+        return;
+    m_sheet->setEnabled(false);
+    // Nobody disabled the sheet itself.
+    m_sheet->setAttribute(Qt::WA_ForceDisabled, false);
+}
+
+void SheetModality::noticeVisibility(const QObject *watched, QEvent::Type type)
+{
+    if (watched != m_sheet && watched != m_window)
+        return;
+    m_unseenFor.start();
+    if (type != QEvent::Show)
+        return;
+    if (m_closeButton.isTaken())
+        m_closeButton.take(m_window);
+    pullFocus();
+}
+
+void SheetModality::cancelIfUnseen()
+{
+    if (m_active && !m_sheet->isVisible())
+        m_cancel();
 }
 
 bool SheetModality::filterWindow(const QObject *watched, QEvent *event, bool blocked,
@@ -245,115 +296,64 @@ bool SheetModality::filterWindow(const QObject *watched, QEvent *event, bool blo
         event->ignore();
         return true;
     }
-    if (event->type() != QEvent::KeyPress || watched != m_sheet->window())
+    if (event->type() != QEvent::KeyPress || watched != m_window || !isTopmost())
         return false;
-    pressKey(static_cast<QKeyEvent *>(event), box);
+    pressSheetKey(m_sheet, box, static_cast<QKeyEvent *>(event));
     return true;
-}
-
-void SheetModality::pressKey(const QKeyEvent *event, const QDialogButtonBox *box)
-{
-    switch (event->key()) {
-    case Qt::Key_Escape:
-        if (QPushButton *second = box->button(QDialogButtonBox::Discard))
-            second->click();
-        break;
-    case Qt::Key_Return:
-    case Qt::Key_Enter:
-    case Qt::Key_Space:
-        pressFocusedButton(box->button(QDialogButtonBox::Ok));
-        break;
-    default:
-        pressMnemonic(event);
-        break;
-    }
-}
-
-void SheetModality::pressFocusedButton(QAbstractButton *fallback)
-{
-    auto *focused = qobject_cast<QAbstractButton *>(m_sheet->window()->focusWidget());
-    if (focused && isInside(focused))
-        focused->click();
-    else if (fallback)
-        fallback->click();
-}
-
-void SheetModality::pressMnemonic(const QKeyEvent *event)
-{
-    const QKeySequence pressed(event->key() | int(event->modifiers()));
-    for (QAbstractButton *button : m_sheet->findChildren<QAbstractButton *>()) {
-        if (button->isVisible() && !button->shortcut().isEmpty() && button->shortcut() == pressed) {
-            button->click();
-            return;
-        }
-    }
-}
-
-void SheetModality::holdFocus(QWidget *now)
-{
-    if (isInside(now)) {
-        m_focusInside = now;
-        return;
-    }
-    if (!now || now->window() != m_window || !isTopmost() || !m_sheet->isVisible())
-        return;
-    const QList<QWidget *> widgets = focusWidgets();
-    QWidget *target = m_sheet;
-    if (canTakeFocus(m_focusInside))
-        target = m_focusInside;
-    else if (!widgets.isEmpty())
-        target = widgets.first();
-    target->setFocus(Qt::OtherFocusReason);
-}
-
-void SheetModality::cancelIfWindowClosed()
-{
-    if (m_active && m_window && !m_window->isVisible())
-        m_cancel();
 }
 
 bool SheetModality::eventFilter(QObject *watched, QEvent *event)
 {
-    const QEvent::Type type = event->type();
-    if (type == QEvent::Close && watched == m_window) {
-        // Whether the window goes is known only after everybody had a say.
-        QMetaObject::invokeMethod(this, &SheetModality::cancelIfWindowClosed, Qt::QueuedConnection);
+    switch (event->type()) {
+    case QEvent::ParentChange:
+        if (watched == m_sheet || isAncestorOfSheet(watched))
+            followWindow();
         return false;
+    case QEvent::EnabledChange:
+        if (watched == m_sheet)
+            stayEnabled();
+        return false;
+    case QEvent::Show:
+    case QEvent::Hide:
+    case QEvent::HideToParent:
+    case QEvent::Close:
+        noticeVisibility(watched, event->type());
+        return false;
+    default:
+        return isTopmost() && filterUse(watched, event);
     }
-    if (type == QEvent::HideToParent && watched == m_sheet) {
-        QMetaObject::invokeMethod(
-            this,
-            [this] {
-                if (m_active && m_sheet->isHidden())
-                    m_cancel();
-            },
-            Qt::QueuedConnection);
-        return false;
-    }
-    if (!isTopmost())
-        return false;
+}
 
-    if (type == QEvent::ShortcutOverride && watched->isWidgetType()
+bool SheetModality::filterUse(QObject *watched, QEvent *event) const
+{
+    if (event->type() == QEvent::ShortcutOverride && watched->isWidgetType()
         && static_cast<QWidget *>(watched)->window() == m_window) {
         // Accepted as if a widget wanted the key: no shortcut fires, the key arrives as a press.
         event->accept();
         return true;
     }
-    if (type == QEvent::Shortcut) {
+    if (event->type() == QEvent::Shortcut) {
         QObject *owner = watched;
         while (owner && !owner->isWidgetType())
             owner = owner->parent();
         return owner && isCovered(owner);
     }
-    // Keys that the sheet does not want climb through its ancestors up to the window.
-    const bool typing = isTypingEvent(type) && !isAncestorOfSheet(watched);
-    if ((isPointerEvent(type) || typing) && isCovered(watched)) {
-        event->accept();
-        return true;
-    }
-    if (isDragEvent(type) && isCovered(watched)) {
-        event->ignore();
-        return true;
+    switch (useOf(event->type())) {
+    case WindowUse::None:
+        return false;
+    case WindowUse::Typing:
+        // Keys that the sheet does not want climb through its ancestors up to the window.
+        if (isAncestorOfSheet(watched))
+            return false;
+        Q_FALLTHROUGH();
+    case WindowUse::Pointer:
+        if (isCovered(watched))
+            event->accept();
+        return isCovered(watched);
+    case WindowUse::Drag:
+        if (isCovered(watched))
+            event->ignore();
+        return isCovered(watched);
     }
     return false;
 }

@@ -1,7 +1,11 @@
 #pragma once
 
+#include "close-button-hold_p.h"
+
+#include <QEvent>
 #include <QObject>
 #include <QPointer>
+#include <QTimer>
 #include <QVector>
 #include <QWidget>
 
@@ -9,14 +13,13 @@
 #include <memory>
 
 class KovaSheet;
-class QAbstractButton;
 class QDialogButtonBox;
-class QKeyEvent;
 
 // The modal run of a sheet: while it is active, the window around the sheet cannot be used, the
-// keyboard focus stays in the sheet, and the window's close button may be switched off. All of it
-// is undone when the run ends, however it ends: by the sheet, because the sheet or its window is
-// destroyed or closed, or because the application quits.
+// keyboard focus stays in the sheet, the sheet is enabled though what it lies on is not, and the
+// window's close button may be switched off. All of it is undone when the run ends, however it
+// ends: by the sheet, because the sheet or its window is destroyed, closed or hidden for good, or
+// because the application quits. A sheet that gets into another window takes all of it along.
 //
 // The modality installs the sheet as event filter on the window. The sheet hands what it sees there
 // to filterWindow(), except for keys that it has a use of its own for.
@@ -27,15 +30,18 @@ public:
     SheetModality(KovaSheet *sheet, std::function<void()> cancel);
     ~SheetModality() override;
 
-    // Starts a run over the window that the sheet, already visible, is in. Does not start another
-    // one over a run that is active.
-    void begin(bool blockCloseButton);
+    // Shows the sheet and starts a run over the window that it is in, with the focus on @p first.
+    // Does not start another one over a run that is active. Those who are told of the show, of
+    // popups that close and of the focus that moves may end the run or delete the sheet meanwhile.
+    void begin(bool blockCloseButton, QWidget *first = nullptr,
+               Qt::FocusReason reason = Qt::OtherFocusReason);
 
-    // Runs an event loop until end() and returns its result, or 0 when the run ended otherwise.
-    // The sheet may be gone by then.
-    int exec();
+    // The same, then runs an event loop until end() and returns its result, or 0 when the run ended
+    // otherwise. The sheet may be gone by then.
+    int exec(bool blockCloseButton, QWidget *first, Qt::FocusReason reason);
 
-    // Ends the run and every loop of it. The focus goes back to the widget that had it before.
+    // Ends the run and every loop of it. The focus goes back to the widget that had it before, or
+    // to the next one after that in the window; it does not stay in the sheet.
     void end(int result);
 
     // Ends the run, hides the sheet and lets it emit finished(). The sheet may be gone afterwards.
@@ -45,9 +51,8 @@ public:
     bool moveFocus(bool forward);
 
     // The sheet's work as event filter on its window; tells whether it used the event up. With
-    // @p blocked the window refuses to be closed. Keys press the buttons in @p box: Escape the
-    // second one, Return, Enter and Space the focused one or else Ok, a mnemonic its own. Any other
-    // key is swallowed.
+    // @p blocked the window refuses to be closed. Keys press the buttons in @p box, see
+    // pressSheetKey(), or are swallowed.
     bool filterWindow(const QObject *watched, QEvent *event, bool blocked,
                       const QDialogButtonBox *box);
 
@@ -57,19 +62,32 @@ protected:
 private:
     struct Run;
 
-    [[nodiscard]] bool isTopmost() const;
+    [[nodiscard]] static SheetModality *topmostOf(const QWidget *window);
+    [[nodiscard]] bool isTopmost() const { return m_active && topmostOf(m_window) == this; }
     [[nodiscard]] bool isInside(const QWidget *widget) const;
     [[nodiscard]] bool isAncestorOfSheet(const QObject *object) const;
     [[nodiscard]] bool isCovered(const QObject *object) const;
-    [[nodiscard]] QList<QWidget *> focusWidgets() const;
+
+    int runLoop();
+    void closePopups() const;
+    void enterWindow();
+    void leaveWindow();
+    void followWindow();
     void watchAncestors();
     void unwatchAncestors();
-    void leaveDyingAncestor();
+    void leaveDyingAncestor(const QWidget *ancestor);
+
+    [[nodiscard]] QList<QWidget *> focusWidgets() const;
+    [[nodiscard]] QWidget *heirOfFocus() const;
     void holdFocus(QWidget *now);
-    void cancelIfWindowClosed();
-    void pressKey(const QKeyEvent *event, const QDialogButtonBox *box);
-    void pressFocusedButton(QAbstractButton *fallback);
-    void pressMnemonic(const QKeyEvent *event);
+    void pullFocus();
+    void returnFocus();
+
+    void stayEnabled();
+    void inheritDisabled();
+    void noticeVisibility(const QObject *watched, QEvent::Type type);
+    void cancelIfUnseen();
+    bool filterUse(QObject *watched, QEvent *event) const;
 
     KovaSheet *const m_sheet;
     const std::function<void()> m_cancel;
@@ -77,7 +95,8 @@ private:
     QPointer<QWidget> m_window;
     QPointer<QWidget> m_focusBefore;
     QPointer<QWidget> m_focusInside;
-    void *m_closeButtonHandle = nullptr;
+    CloseButtonHold m_closeButton;
+    QTimer m_unseenFor;
     QVector<std::shared_ptr<Run>> m_runs;
     int m_execDepth = 0;
     QMetaObject::Connection m_focusConnection;

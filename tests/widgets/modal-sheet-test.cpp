@@ -39,7 +39,52 @@ protected:
     void mousePressEvent(QMouseEvent *) override { ++presses; }
 };
 
+// One event for each way to use a widget.
+std::vector<std::unique_ptr<QEvent>> usesOfAWidget(const QMimeData *dragged)
+{
+    static QTouchDevice screen;
+    const QPointF at(5, 5);
+    const auto none = Qt::NoButton;
+    std::vector<std::unique_ptr<QEvent>> uses;
+    const auto add = [&uses](QEvent *event) { uses.emplace_back(event); };
+    for (const auto type : {QEvent::MouseButtonPress, QEvent::MouseButtonRelease,
+                            QEvent::MouseButtonDblClick, QEvent::MouseMove})
+        add(new QMouseEvent(type, at, Qt::LeftButton, Qt::LeftButton, {}));
+    for (const auto type : {QEvent::TouchBegin, QEvent::TouchUpdate, QEvent::TouchEnd})
+        add(new QTouchEvent(type, &screen));
+    for (const auto type : {QEvent::TabletPress, QEvent::TabletMove, QEvent::TabletRelease})
+        add(new QTabletEvent(type, at, at, 0, 0, 1, 0, 0, 0, 0, 0, {}, 0, none, none));
+    add(new QWheelEvent(at, at, {}, {0, 120}, none, {}, Qt::NoScrollPhase, false));
+    add(new QContextMenuEvent(QContextMenuEvent::Mouse, at.toPoint()));
+    add(new QNativeGestureEvent(Qt::ZoomNativeGesture, &screen, at, at, at, 1, 0, 0));
+    add(new QHelpEvent(QEvent::ToolTip, at.toPoint(), at.toPoint()));
+    for (const auto type : {QEvent::KeyPress, QEvent::KeyRelease})
+        add(new QKeyEvent(type, Qt::Key_X, {}, "x"));
+    add(new QInputMethodEvent("x", {}));
+    add(new QDragMoveEvent(at.toPoint(), Qt::CopyAction, dragged, none, {}));
+    add(new QDropEvent(at, Qt::CopyAction, dragged, none, {}));
+    add(new QDragEnterEvent(at.toPoint(), Qt::CopyAction, dragged, none, {}));
+    return uses;
+}
+
+// Counts what a person does to a widget.
+class UseCounter : public QObject
+{
+public:
+    bool eventFilter(QObject *, QEvent *event) override
+    {
+        for (const auto &use : usesOfAWidget(nullptr))
+            uses += use->type() == event->type() ? 1 : 0;
+        return false;
+    }
+    int uses = 0;
+};
+
+using Change = std::function<void(HostWindow &)>;
+
 } // namespace
+
+Q_DECLARE_METATYPE(Change)
 
 // What a person at the keyboard and the mouse can and cannot do while a sheet is up.
 class ModalSheetTest : public QObject
@@ -58,6 +103,15 @@ private Q_SLOTS:
     void sheetOverSheet();
     void closeButtonIsTakenAndGivenBack();
     void windowCannotBeClosed();
+    void answeredSheetsTakeNoKeys_data();
+    void answeredSheetsTakeNoKeys();
+    void dialogKeepsItsDefaultButton();
+    void usableOverDisabledWidgets_data();
+    void usableOverDisabledWidgets();
+    void movedCarrierTakesTheHoldAlong();
+    void sheetsEndInAnyOrder();
+    void staysUpWhileHiddenForAMoment();
+    void popupsCloseFirst();
     void buttonsShowNoStockIcons();
     void boxesWithoutParent();
 
@@ -184,6 +238,13 @@ void ModalSheetTest::focusCannotBeTakenAndReturns()
 void ModalSheetTest::nothingBelowReacts()
 {
     QWidget *const button = m_window->button;
+    // What is dragged over the window when the sheet comes up can still be dropped.
+    QMimeData dragged;
+    dragged.setText("dragged");
+    m_window->edit->setAttribute(Qt::WA_AcceptTouchEvents);
+    QCoreApplication::sendEvent(m_window->edit, usesOfAWidget(&dragged).back().get());
+    UseCounter counter;
+    m_window->edit->installEventFilter(&counter);
     ask([&](KovaMessageSheet &sheet) {
         const QPoint beside = sheet.mapTo(m_window.get(), sheet.rect().center() - QPoint(0, 5));
         for (const QPoint &point :
@@ -194,6 +255,10 @@ void ModalSheetTest::nothingBelowReacts()
             QVERIFY(sheet.isAncestorOf(QApplication::focusWidget()));
         }
         QTest::mouseClick(button, Qt::LeftButton);
+        for (const auto &use : usesOfAWidget(&dragged)) {
+            QCoreApplication::sendEvent(m_window->edit, use.get());
+            QVERIFY2(counter.uses == 0, qPrintable(QString::number(use->type())));
+        }
         key(Qt::Key_S, Qt::ControlModifier);
         key(Qt::Key_S, Qt::AltModifier);
         key(Qt::Key_F, Qt::AltModifier);
@@ -266,6 +331,274 @@ void ModalSheetTest::windowCannotBeClosed()
     });
     requestClose(m_window->winId());
     QTRY_VERIFY(!m_window->isVisible());
+}
+
+void ModalSheetTest::answeredSheetsTakeNoKeys_data()
+{
+    QTest::addColumn<Change>("change");
+    QTest::addColumn<bool>("isInherited"); // by the button that is next
+    QTest::newRow("deleted") << Change([](HostWindow &window) { delete window.edit; }) << false;
+    QTest::newRow("hidden") << Change([](HostWindow &window) { window.edit->hide(); }) << true;
+    QTest::newRow("disabled") << Change([](HostWindow &w) { w.edit->setEnabled(false); }) << true;
+    QTest::newRow("disabled with its window")
+        << Change([](HostWindow &window) { window.setEnabled(false); }) << false;
+}
+
+void ModalSheetTest::answeredSheetsTakeNoKeys()
+{
+    QFETCH(Change, change);
+    QFETCH(bool, isInherited);
+    KovaInputSheet input("Name", m_window.get());
+    KovaMessageSheet message(KovaMessageSheet::Question, "Go?", m_window.get());
+    message.showSheet();
+    change(*m_window);
+    for (KovaSheet *sheet :
+         {static_cast<KovaSheet *>(&message), static_cast<KovaSheet *>(&input)}) {
+        QSignalSpy finished(sheet, &KovaSheet::finished);
+        if (sheet == &input)
+            input.showSheet();
+        click(sheet->findChild<QPushButton *>());
+        QTRY_COMPARE(finished.count(), 1);
+        QCOMPARE(m_window->focusWidget(), isInherited ? m_window->button : nullptr);
+        for (const auto pressed : {Qt::Key_A, Qt::Key_Space, Qt::Key_Return, Qt::Key_Escape})
+            key(pressed);
+        QCOMPARE(finished.count(), 1);
+    }
+    QCOMPARE(input.getContent(), "");
+
+    // Assistive technology clicks only some time after it was told to.
+    QSignalSpy finished(&message, &KovaSheet::finished);
+    message.showSheet();
+    auto *ok = qobject_cast<QPushButton *>(message.button(QMessageBox::Ok));
+    ok->animateClick(1);
+    key(Qt::Key_Return);
+    QTRY_VERIFY(!ok->isDown());
+    QCOMPARE(finished.count(), 1);
+}
+
+void ModalSheetTest::dialogKeepsItsDefaultButton()
+{
+    QDialog dialog;
+    auto *layout = new QVBoxLayout(&dialog);
+    auto *edit = new QLineEdit;
+    auto *other = new QPushButton("Other");
+    auto *apply = new QPushButton("Apply");
+    for (QWidget *widget : {static_cast<QWidget *>(edit), static_cast<QWidget *>(other),
+                            static_cast<QWidget *>(apply)})
+        layout->addWidget(widget);
+    dialog.resize(700, 300);
+    apply->setDefault(true);
+    QSignalSpy applied(apply, &QPushButton::clicked);
+    showActive(&dialog);
+
+    KovaMessageSheet sheet(KovaMessageSheet::Question, "Go?", &dialog);
+    auto *ok = qobject_cast<QPushButton *>(sheet.button(QMessageBox::Ok));
+    for (QWidget *focused : {static_cast<QWidget *>(edit), static_cast<QWidget *>(other)}) {
+        focused->setFocus();
+        sheet.showSheet();
+        QVERIFY(ok->isDefault());
+        press(&dialog, Qt::Key_Tab);
+        press(&dialog, Qt::Key_Tab);
+        QVERIFY(ok->isDefault());
+        press(&dialog, Qt::Key_Escape);
+        QVERIFY(!sheet.isVisible());
+        QVERIFY(dialog.isVisible());
+        QCOMPARE(dialog.focusWidget(), focused);
+        edit->setFocus();
+        applied.clear();
+        press(&dialog, Qt::Key_Return);
+        QCOMPARE(applied.count(), 1);
+    }
+}
+
+void ModalSheetTest::usableOverDisabledWidgets_data()
+{
+    QTest::addColumn<Change>("before");
+    QTest::addColumn<Change>("meanwhile");
+    QTest::addColumn<bool>("windowIsEnabled");
+    QTest::addColumn<bool>("contentIsEnabled");
+    const Change none = [](HostWindow &) {};
+    const Change disableWindow = [](HostWindow &window) { window.setEnabled(false); };
+    const Change enableWindow = [](HostWindow &window) { window.setEnabled(true); };
+    const Change disableContent = [](HostWindow &w) { w.centralWidget()->setEnabled(false); };
+    const Change switchTwice = [](HostWindow &window) {
+        window.setEnabled(true);
+        window.setEnabled(false);
+    };
+    QTest::newRow("window") << disableWindow << none << false << false;
+    QTest::newRow("content") << disableContent << none << true << false;
+    QTest::newRow("window, meanwhile") << none << disableWindow << false << false;
+    QTest::newRow("content, meanwhile") << none << disableContent << true << false;
+    QTest::newRow("enabled meanwhile") << disableWindow << enableWindow << true << true;
+    QTest::newRow("enabled and disabled") << disableWindow << switchTwice << false << false;
+}
+
+void ModalSheetTest::usableOverDisabledWidgets()
+{
+    QFETCH(Change, before);
+    QFETCH(Change, meanwhile);
+    QFETCH(bool, windowIsEnabled);
+    QFETCH(bool, contentIsEnabled);
+    QWidget *const content = m_window->centralWidget();
+    KovaInputSheet sheet("Name", content);
+    before(*m_window);
+    for (const bool byMouse : {false, true}) {
+        QTimer::singleShot(0, &sheet, [&] {
+            meanwhile(*m_window);
+            QCOMPARE(m_window->isEnabled(), windowIsEnabled);
+            QCOMPARE(content->isEnabled(), contentIsEnabled);
+            click(m_window->button);
+            key(Qt::Key_N);
+            if (byMouse)
+                click(sheet.button(QMessageBox::Ok));
+            else
+                key(Qt::Key_Return);
+            sheet.quit();
+        });
+        QCOMPARE(sheet.exec(), 1024);
+        QCOMPARE(m_window->isEnabled(), windowIsEnabled);
+        QCOMPARE(content->isEnabled(), contentIsEnabled);
+        QCOMPARE(sheet.isEnabled(), contentIsEnabled);
+        QCOMPARE(sheet.getLineEdit()->isEnabled(), contentIsEnabled);
+    }
+    QCOMPARE(sheet.getContent(), "nn");
+    QCOMPARE(m_window->clicks, 0);
+    QCOMPARE(m_window->edit->text(), "");
+    m_window->setEnabled(true);
+    content->setEnabled(true);
+    QVERIFY(sheet.getLineEdit()->isEnabled());
+
+    // A sheet that the program itself switched off stays so.
+    sheet.setEnabled(false);
+    sheet.showSheet();
+    QVERIFY(!sheet.isEnabled());
+}
+
+void ModalSheetTest::movedCarrierTakesTheHoldAlong()
+{
+    const QVector<quint32> before{2, 0, 1, 0, 0};
+    HostWindow other;
+    showActive(&other);
+    for (const WId id : {other.winId(), m_window->winId()})
+        writeMotifHints(id, before);
+    showActive(m_window.get());
+    m_window->edit->setFocus();
+    auto *carrier = new QWidget(m_window.get());
+    carrier->resize(700, 400);
+    carrier->show();
+    KovaMessageSheet sheet(KovaMessageSheet::Question, "Go?", carrier);
+    sheet.showSheetWithBlock();
+
+    carrier->setParent(&other);
+    carrier->show();
+    QTRY_COMPARE(readMotifHints(m_window->winId()), before);
+    QTRY_COMPARE(readMotifHints(other.winId()).value(2), 6U);
+    QCOMPARE(m_window->focusWidget(), m_window->edit);
+    key(Qt::Key_X);
+    QCOMPARE(m_window->edit->text(), "x");
+    QVERIFY(m_window->close());
+
+    showActive(&other);
+    QVERIFY(!other.close());
+    click(&other, QPoint(780, 480));
+    press(&other, Qt::Key_S, Qt::ControlModifier);
+    QCOMPARE(other.presses + other.shortcuts, 0);
+    QVERIFY(sheet.isVisible());
+    press(&other, Qt::Key_Escape);
+    QVERIFY(!sheet.isVisible());
+    QTRY_COMPARE(readMotifHints(other.winId()), before);
+}
+
+void ModalSheetTest::sheetsEndInAnyOrder()
+{
+    const WId id = m_window->winId();
+    const QVector<quint32> before{2, 0, 1, 0, 0};
+    writeMotifHints(id, before);
+    QVector<int> order{0, 1, 2};
+    do {
+        for (const bool deleted : {false, true}) {
+            QVector<KovaMessageSheet *> sheets;
+            for (int i = 0; i < order.size(); ++i) {
+                sheets << new KovaMessageSheet(KovaMessageSheet::Question, "Go?", m_window.get());
+                sheets.last()->showSheetWithBlock();
+            }
+            // One that is up already does not get above the later ones by that.
+            sheets.first()->showSheet();
+            for (const int next : order) {
+                QCOMPARE(readMotifHints(id), (QVector<quint32>{1, 0, 6, 0, 0}));
+                key(Qt::Key_X);
+                if (deleted)
+                    delete sheets.at(next);
+                else
+                    sheets.at(next)->done(0);
+            }
+            QTRY_COMPARE(readMotifHints(id), before);
+            QCOMPARE(m_window->focusWidget(), m_window->edit);
+            if (!deleted)
+                qDeleteAll(sheets);
+        }
+    } while (std::next_permutation(order.begin(), order.end()));
+    QCOMPARE(m_window->edit->text(), "");
+}
+
+void ModalSheetTest::staysUpWhileHiddenForAMoment()
+{
+    auto *stack = new QStackedWidget;
+    stack->addWidget(new QWidget);
+    stack->addWidget(new QWidget);
+    m_window->setCentralWidget(stack);
+    QTRY_VERIFY(stack->isVisible());
+    KovaMessageSheet sheet(KovaMessageSheet::Question, "Go?", stack->widget(0));
+    QSignalSpy finished(&sheet, &KovaSheet::finished);
+    sheet.showSheet();
+    const QList<std::function<void()>> moments = {
+        [&] {
+            m_window->hide();
+            m_window->show();
+        },
+        [&] {
+            stack->setCurrentIndex(1);
+            stack->setCurrentIndex(0);
+        },
+        [&] {
+            m_window->showMinimized();
+            QTRY_VERIFY(!m_window->windowHandle()->isExposed());
+            QTest::qWait(300);
+            m_window->showNormal();
+        },
+    };
+    for (const auto &moment : moments) {
+        moment();
+        showActive(m_window.get());
+        QTest::qWait(300);
+        QCOMPARE(finished.count(), 0);
+        QVERIFY(sheet.isVisible());
+        QVERIFY(sheet.isAncestorOf(m_window->focusWidget()));
+    }
+    key(Qt::Key_Return);
+    QCOMPARE(finished.count(), 1);
+}
+
+void ModalSheetTest::popupsCloseFirst()
+{
+    auto *box = new QComboBox(m_window->centralWidget());
+    box->addItems({"one", "two"});
+    box->show();
+    QMenu menu;
+    QSignalSpy triggered(menu.addAction("Act"), &QAction::triggered);
+    const QVector<std::function<void()>> popups = {[&] { box->showPopup(); },
+                                                   [&] { menu.popup(m_window->pos()); }};
+    for (const auto &showPopup : popups) {
+        showPopup();
+        QTRY_VERIFY(QApplication::activePopupWidget());
+        ask([&](KovaMessageSheet &sheet) {
+            QVERIFY(!QApplication::activePopupWidget());
+            key(Qt::Key_Down);
+            QVERIFY(sheet.isAncestorOf(QApplication::focusWidget()));
+        });
+    }
+    QCOMPARE(box->currentIndex(), 0);
+    QCOMPARE(triggered.count(), 0);
 }
 
 void ModalSheetTest::buttonsShowNoStockIcons()

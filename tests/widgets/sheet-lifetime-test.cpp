@@ -3,9 +3,8 @@
 #include "support/test-host.h"
 #include "support/user-input.h"
 
-#include <QAbstractButton>
-#include <QLineEdit>
 #include <QtTest>
+#include <QtWidgets>
 
 namespace {
 
@@ -32,11 +31,13 @@ void soon(Function function)
     QTimer::singleShot(0, qApp, function);
 }
 
+using Hide = std::function<void(QDialog &dialog, QStackedWidget &stack)>;
 using Event = std::function<void(QWidget *window, KovaMessageSheet *sheet)>;
 
 } // namespace
 
 Q_DECLARE_METATYPE(Event)
+Q_DECLARE_METATYPE(Hide)
 
 // Everything that can die while the loop of a sheet runs.
 class SheetLifetimeTest : public QObject
@@ -48,6 +49,8 @@ private Q_SLOTS:
     void loopEndsWithWhatItNeeds_data();
     void loopEndsWithWhatItNeeds();
     void answeredSheetsDie();
+    void loopEndsUnseen_data();
+    void loopEndsUnseen();
     void sheetDiesInFinished();
     void panelDiesAroundASheetWithoutMask();
     void windowDiesUnderTheShortcuts();
@@ -143,6 +146,49 @@ void SheetLifetimeTest::answeredSheetsDie()
             }
         }
     }
+}
+
+void SheetLifetimeTest::loopEndsUnseen_data()
+{
+    QTest::addColumn<Hide>("hide");
+    const auto row = [](const char *name, const Hide &hide) { QTest::newRow(name) << hide; };
+    row("accept", [](QDialog &dialog, QStackedWidget &) { dialog.accept(); });
+    row("reject", [](QDialog &dialog, QStackedWidget &) { dialog.reject(); });
+    row("done", [](QDialog &dialog, QStackedWidget &) { dialog.done(3); });
+    row("hide", [](QDialog &dialog, QStackedWidget &) { dialog.hide(); });
+    row("page turned", [](QDialog &, QStackedWidget &stack) { stack.setCurrentIndex(1); });
+    row("stack hidden", [](QDialog &, QStackedWidget &stack) { stack.hide(); });
+    row("mask hidden",
+        [](QDialog &dialog, QStackedWidget &) { dialog.findChild<KovaMask *>()->hide(); });
+    row("mask moved out", [](QDialog &dialog, QStackedWidget &) {
+        dialog.findChild<KovaMask *>()->setParent(nullptr);
+    });
+}
+
+void SheetLifetimeTest::loopEndsUnseen()
+{
+    QFETCH(Hide, hide);
+    QWidget other; // keeps the application alive
+    other.show();
+    QDialog dialog;
+    QStackedWidget stack(&dialog);
+    stack.addWidget(new QWidget);
+    stack.addWidget(new QLineEdit);
+    dialog.resize(700, 400);
+    dialog.show();
+    const QPointer<KovaMessageSheet> sheet =
+        new KovaMessageSheet(KovaMessageSheet::Question, "Go?", stack.widget(0));
+    KovaMask::createMask(sheet, stack.widget(0), QColor(0, 0, 0, 20));
+    const QPointer<QWidget> mask = sheet->parentWidget();
+    QSignalSpy finished(sheet, &KovaSheet::finished);
+    soon([&] { hide(dialog, stack); });
+    QCOMPARE(sheet->exec(), 0);
+    QCOMPARE(finished.count(), 1);
+    // One that is out of sight from the start ends as well, and the window is its user's again.
+    if (stack.currentIndex() == 1)
+        QCOMPARE(sheet->exec(), 0);
+    QVERIFY(dialog.isHidden() || dialog.close());
+    delete mask;
 }
 
 void SheetLifetimeTest::sheetDiesInFinished()

@@ -5,6 +5,7 @@
 #include "house-calendar_p.h"
 #include "input-guards_p.h"
 #include "kova-button.h"
+#include "named-action_p.h"
 
 #include <kovakit-qt/style/dpi-info.h>
 #include <kovakit-qt/style/style-manager.h>
@@ -125,8 +126,12 @@ void KovaCalanderView::handleMonthMenu()
     const QToolButton *button = navigationButton("qt_calendar_monthbutton");
     if (!button || !button->menu())
         return;
-    for (QAction *action : button->menu()->actions())
-        action->setText(m_monthNames.value(action->data().toInt() - 1).left(3));
+    button->menu()->setToolTipsVisible(true);
+    for (QAction *action : button->menu()->actions()) {
+        const QString name = m_monthNames.value(action->data().toInt() - 1);
+        action->setText(name.left(3));
+        setFullName(action, name);
+    }
     dropLateClicks(button->menu());
     // The calendar copies the short name from the menu, even if the page stays.
     connect(button->menu(), &QMenu::triggered, this,

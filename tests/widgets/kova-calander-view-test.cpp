@@ -18,6 +18,7 @@ private Q_SLOTS:
     void init();
     void cleanup() { delete m_window; }
     void showsTheTextsOfTheHost();
+    void monthMenuTellsMonthsApart();
     void weekdaysStandOverTheirDays();
     void monthNamesFitInEveryLanguage();
     void turnsToMonthsThatExist();
@@ -92,6 +93,40 @@ void KovaCalanderViewTest::showsTheTextsOfTheHost()
     QCOMPARE(spoken(part("nextmonth")), "Next month");
     for (const Qt::DayOfWeek day : {Qt::Saturday, Qt::Sunday})
         QCOMPARE(m_calendar->weekdayTextFormat(day).foreground().color(), QColor(Qt::black));
+}
+
+void KovaCalanderViewTest::monthMenuTellsMonthsApart()
+{
+    installThemeStrings("fra");
+    KovaCalanderView view(nullptr);
+    installThemeStrings("enu");
+    view.setCurrentPage(2024, 1);
+    QMenu *menu = view.findChild<QToolButton *>("qt_calendar_monthbutton")->menu();
+    QVERIFY(menu->toolTipsVisible());
+    QAccessibleInterface *spokenMenu = QAccessible::queryAccessibleInterface(menu);
+    QStringList names;
+    for (int i = 5; i < 7; ++i) {
+        const QAction *action = menu->actions().at(i);
+        QCOMPARE(action->text(), "jui");
+        QAccessibleInterface *entry = spokenMenu->child(i);
+        QCOMPARE(entry->text(QAccessible::Name), action->toolTip());
+        QCOMPARE(entry->role(), QAccessible::MenuItem);
+        QCOMPARE(spokenMenu->indexOfChild(entry), i);
+        names.append(action->toolTip());
+    }
+    QCOMPARE(names, (QStringList{"juin", "juillet"}));
+
+    menu->popup(QPoint(30, 30));
+    menu->setActiveAction(menu->actions().at(6));
+    QAccessibleInterface *july = spokenMenu->child(6);
+    QVERIFY(july->state().focused && !july->state().disabled && !july->state().invisible);
+    QCOMPARE(spokenMenu->childAt(july->rect().center().x(), july->rect().center().y()), july);
+    menu->hide();
+    QVERIFY(july->state().invisible);
+    view.setMaximumDate(QDate(2024, 8, 1));
+    QVERIFY(spokenMenu->child(8)->state().disabled);
+    july->actionInterface()->doAction(QAccessibleActionInterface::pressAction());
+    QCOMPARE(view.findChild<QToolButton *>("qt_calendar_monthbutton")->text(), "juillet");
 }
 
 void KovaCalanderViewTest::weekdaysStandOverTheirDays()

@@ -1,0 +1,8 @@
+#pragma once
+
+class QAction;
+class QString;
+
+// Gives the entry @p action of a menu, whose text is an abbreviation, a full name: as its tool tip,
+// and as its name for assistive technology, which otherwise reads the text out.
+void setFullName(QAction *action, const QString &name);

@@ -16,7 +16,6 @@
 
 namespace {
 
-constexpr int fieldWidth = 170;
 constexpr int languageRows = 10;
 constexpr int languageRowHeight = 26;
 
@@ -52,7 +51,6 @@ Card *DatesPage::makePeriod()
     m_from = new KovaDateSelector(QStringLiteral("From"), nullptr);
     m_to = new KovaDateSelector(QStringLiteral("To"), nullptr);
     for (KovaDateSelector *field : {m_from, m_to}) {
-        field->setFixedWidth(kovaPx(fieldWidth));
         field->setAccessibleName(field->currentText());
         connect(field, QOverload<int>::of(&QComboBox::currentIndexChanged), this,
                 &DatesPage::limitPeriod);

@@ -11,6 +11,30 @@
 #include <QGuiApplication>
 #include <QLayout>
 #include <QScreen>
+#include <QStyleOptionComboBox>
+
+namespace {
+
+QString dateFormat()
+{
+    return QStringLiteral("yyyy-MM-dd");
+}
+
+int widestDate(const QFontMetrics &metrics)
+{
+    int widest = 0;
+    for (char digit = '0'; digit <= '9'; ++digit) {
+        QString date = dateFormat();
+        for (QChar &letter : date) {
+            if (letter.isLetter())
+                letter = QLatin1Char(digit);
+        }
+        widest = qMax(widest, metrics.horizontalAdvance(date));
+    }
+    return widest;
+}
+
+} // namespace
 
 KovaDateSelector::KovaDateSelector(QString placeholder, QWidget *parent)
     : QComboBox(parent)
@@ -49,7 +73,7 @@ void KovaDateSelector::dateSelect(const QDate &date)
         addPlaceholder();
         return;
     }
-    addItem(date.toString(QStringLiteral("yyyy-MM-dd")), date);
+    addItem(date.toString(dateFormat()), date);
     setCurrentIndex(0);
     turnTo(date);
     repaint();
@@ -84,6 +108,22 @@ void KovaDateSelector::restoreCalendar()
         return;
     m_calendarView->setSelectedDate(m_selectedBefore);
     m_calendarView->setCurrentPage(m_pageBefore.year(), m_pageBefore.month());
+}
+
+QSize KovaDateSelector::sizeHint() const
+{
+    ensurePolished();
+    QStyleOptionComboBox option;
+    initStyleOption(&option);
+    const QFontMetrics metrics = fontMetrics();
+    const QSize texts(qMax(widestDate(metrics), metrics.horizontalAdvance(m_placeholder)),
+                      metrics.height());
+    return style()->sizeFromContents(QStyle::CT_ComboBox, &option, texts, this);
+}
+
+QSize KovaDateSelector::minimumSizeHint() const
+{
+    return sizeHint();
 }
 
 // The popup of a combo box is as wide as the box and may be cut off at the edge of the screen.

@@ -8,7 +8,8 @@
 /**
  * A field for a date: a combo box that opens a calendar.
  *
- * It shows its placeholder until a date is chosen, and then the date as "yyyy-MM-dd". The one item
+ * It shows its placeholder until a date is chosen, and then the date as "yyyy-MM-dd"; it asks for
+ * the width of the widest date. The one item
  * of the box carries the date as its data: take it with currentData().toDate(), a null date as long
  * as none is chosen. Every choice emits the box's currentIndexChanged() twice, with -1 and with 0;
  * at the second one the date is there.
@@ -34,6 +35,11 @@ public:
 
     /** The calendar. It belongs to the box. */
     [[nodiscard]] KovaCalanderView *getCalendarView() const;
+
+    /** The room for the placeholder and for every date of four digits for the year. */
+    QSize sizeHint() const override;
+    /** The same: a date is never cut off. */
+    QSize minimumSizeHint() const override;
 
     /**
      * Opens the calendar below the box, or above it, or where there is room on the screen.

@@ -15,6 +15,7 @@ private Q_SLOTS:
     void init();
     void cleanup() { delete m_window; }
     void showsWhatIsChosen();
+    void showsItsWholeDate();
     void choosesByMouse();
     void choosesByKeyboard();
     void closesWithoutChoosing();
@@ -117,6 +118,36 @@ void KovaDateSelectorTest::showsWhatIsChosen()
     QCOMPARE(m_box->currentText(), "Choose a date");
     QCOMPARE(m_box->currentData(), QVariant(QDate()));
     QCOMPARE(part("yearbutton")->text(), QString::number(QDate::currentDate().year()));
+}
+
+void KovaDateSelectorTest::showsItsWholeDate()
+{
+    auto *row = new QHBoxLayout;
+    auto *box = new KovaDateSelector("To", nullptr);
+    row->addWidget(new QLabel("To"));
+    row->addWidget(box);
+    row->addStretch();
+    static_cast<QVBoxLayout *>(m_window->layout())->addLayout(row);
+    m_window->resize(m_window->minimumSizeHint());
+    for (const qreal factor : {1.0, 1.3}) {
+        QFont font = box->font();
+        font.setPointSizeF(font.pointSizeF() * factor);
+        box->setFont(font);
+        for (const QDate &date : {QDate(2000, 10, 20), QDate(2028, 8, 28), QDate(1111, 11, 11)}) {
+            box->dateSelect(date);
+            const int width = box->fontMetrics().horizontalAdvance(box->currentText());
+            const auto room = [box] {
+                QStyleOptionComboBox option;
+                option.initFrom(box);
+                return box->style()
+                    ->subControlRect(QStyle::CC_ComboBox, &option, QStyle::SC_ComboBoxEditField,
+                                     box)
+                    .width();
+            };
+            QTRY_VERIFY2(room() >= width && room() < width + box->height(),
+                         qPrintable(box->currentText()));
+        }
+    }
 }
 
 void KovaDateSelectorTest::choosesByMouse()

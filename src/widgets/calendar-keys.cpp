@@ -1,8 +1,8 @@
 #include "calendar-keys_p.h"
 
+#include "date-typing_p.h"
 #include "house-calendar_p.h"
 
-#include <QCoreApplication>
 #include <QKeyEvent>
 #include <QMenu>
 #include <QStyleOptionToolButton>
@@ -49,6 +49,7 @@ CalendarKeys::CalendarKeys(HouseCalendar *calendar)
     : QObject(calendar)
     , m_calendar(calendar)
     , m_days(calendar->findChild<QTableView *>(QStringLiteral("qt_calendar_calendarview")))
+    , m_typing(m_days ? new DateTyping(calendar, m_days) : nullptr)
     , m_arrows{calendar->findChild<QToolButton *>(QStringLiteral("qt_calendar_prevmonth")),
                calendar->findChild<QToolButton *>(QStringLiteral("qt_calendar_nextmonth"))}
 {
@@ -70,7 +71,7 @@ bool CalendarKeys::eventFilter(QObject *watched, QEvent *event)
     case QEvent::ShortcutOverride: {
         // Accepted, the key comes as a press instead of climbing on to a popup.
         const auto *key = static_cast<QKeyEvent *>(event);
-        if (isReturn(key) || (key->matches(QKeySequence::Cancel) && m_calendar->isTyping())) {
+        if (isReturn(key) || (key->matches(QKeySequence::Cancel) && isTyping())) {
             event->accept();
             return true;
         }
@@ -96,16 +97,25 @@ bool CalendarKeys::keyPressed(QObject *watched, const QKeyEvent *event)
             press(m_calendar->window()->focusWidget());
         return isReturn(event);
     }
-    if (event->key() == Qt::Key_Space) {
-        QKeyEvent enter(QEvent::KeyPress, Qt::Key_Return, Qt::NoModifier);
-        QCoreApplication::sendEvent(m_days, &enter);
+    if (m_typing->keyPressed(event))
         return true;
-    }
-    if (!isReturn(event) || m_calendar->isTyping())
+    if (!isReturn(event) && event->key() != Qt::Key_Space)
         return false;
+    if (m_typing->accept())
+        chooseDay();
+    return true;
+}
+
+void CalendarKeys::chooseDay()
+{
     const QDate day = m_calendar->currentDay();
     if (!m_calendar->isInRange(day))
-        return true;
+        return;
     m_calendar->setSelectedDate(day);
-    return false;
+    Q_EMIT m_calendar->activated(day);
+}
+
+bool CalendarKeys::isTyping() const
+{
+    return m_calendar->isTypingYear() || (m_typing && m_typing->isActive());
 }

@@ -2,14 +2,15 @@
 
 #include <QObject>
 
+class DateTyping;
 class HouseCalendar;
 class QKeyEvent;
 class QTableView;
 
 // What a calendar lacks for keyboards. Return chooses the day under the cursor, wherever the page
-// was turned to, and presses the button that has the focus; Space chooses a day too; the focus of
-// the arrow buttons can be seen. A popup around the calendar sees none of these keys, and Escape
-// only when there is no typing to be given up first.
+// was turned to, and presses the button that has the focus; Space chooses a day too; digits type a
+// date; the focus of the arrow buttons can be seen. A popup around the calendar sees none of these
+// keys, and Escape only when there is no typing to be given up first.
 class CalendarKeys : public QObject
 {
 public:
@@ -23,8 +24,11 @@ protected:
 
 private:
     bool keyPressed(QObject *watched, const QKeyEvent *event);
+    void chooseDay();
+    [[nodiscard]] bool isTyping() const;
 
     HouseCalendar *m_calendar;
     QTableView *m_days;
+    DateTyping *m_typing;
     QObject *m_arrows[2];
 };

@@ -9,6 +9,7 @@
 #include <QTableView>
 #include <QToolButton>
 #include <QVBoxLayout>
+#include <QWindow>
 
 HouseCalendar::HouseCalendar(QWidget *parent)
     : QCalendarWidget(parent)
@@ -18,6 +19,8 @@ HouseCalendar::HouseCalendar(QWidget *parent)
     // year is typed.
     setFocusProxy(nullptr);
     setFocusPolicy(Qt::NoFocus);
+    // Its own reading of typed digits begins at today and stumbles over zeros.
+    setDateEditEnabled(false);
     showArrows();
 }
 
@@ -46,16 +49,18 @@ bool HouseCalendar::isInRange(const QDate &date) const
     return date >= minimumDate() && date <= maximumDate();
 }
 
-bool HouseCalendar::isTyping() const
+bool HouseCalendar::isTypingYear() const
 {
     const auto *yearEdit = findChild<QSpinBox *>(QStringLiteral("qt_calendar_yearedit"));
-    if (yearEdit && yearEdit->isVisible())
-        return true;
-    // A date typed into the days shows up in a plain frame over them.
-    const auto frames = findChildren<QFrame *>(QString(), Qt::FindDirectChildrenOnly);
-    return std::any_of(frames.cbegin(), frames.cend(), [](const QFrame *frame) {
-        return frame->metaObject() == &QFrame::staticMetaObject && frame->isVisible();
-    });
+    return yearEdit && yearEdit->isVisible();
+}
+
+bool HouseCalendar::isOnDays(const QPoint &globalPosition) const
+{
+    if (!m_grid)
+        return false;
+    const QWidget *viewport = m_grid->viewport();
+    return viewport->rect().contains(viewport->mapFromGlobal(globalPosition));
 }
 
 QSize HouseCalendar::minimumSizeHint() const
@@ -78,6 +83,18 @@ bool HouseCalendar::event(QEvent *event)
     if (event->type() == QEvent::LayoutDirectionChange)
         showArrows();
     return handled;
+}
+
+bool HouseCalendar::eventFilter(QObject *watched, QEvent *event)
+{
+    // Qt moves the focus, and with it the page, before the press arrives at the days.
+    if (event->type() == QEvent::MouseButtonPress && isTypingYear()
+        && watched == window()->windowHandle()
+        && isOnDays(static_cast<QMouseEvent *>(event)->globalPos())) {
+        m_grid->setFocus(Qt::MouseFocusReason);
+        return true;
+    }
+    return QCalendarWidget::eventFilter(watched, event);
 }
 
 void HouseCalendar::focusInEvent(QFocusEvent *event)

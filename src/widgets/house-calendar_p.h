@@ -22,18 +22,19 @@ public:
 
     [[nodiscard]] bool isInRange(const QDate &date) const;
 
-    // Whether a year or a date is being typed at present.
-    [[nodiscard]] bool isTyping() const;
+    [[nodiscard]] bool isTypingYear() const;
 
     QSize minimumSizeHint() const override;
 
 protected:
     bool event(QEvent *event) override;
+    bool eventFilter(QObject *watched, QEvent *event) override;
     void focusInEvent(QFocusEvent *event) override;
     void paintCell(QPainter *painter, const QRect &rect, const QDate &date) const override;
 
 private:
     void showArrows();
+    [[nodiscard]] bool isOnDays(const QPoint &globalPosition) const;
     void paintRing(QPainter *painter, const QRect &rect, bool selected) const;
 
     QPointer<QTableView> m_grid;

@@ -20,7 +20,9 @@ class QToolButton;
  * or selection of its own.
  *
  * By keyboard: arrows, Home, End, Page Up and Page Down walk through days and months, Return, Enter
- * and Space choose the day, digits type a date. Tab walks from the days to the button for today,
+ * and Space choose the day. Digits type a date in the order of the locale, which is shown over the
+ * days: one or two are a day of the month that is shown, four a day and a month, six or eight a
+ * whole date. Tab walks from the days to the button for today,
  * the arrows for the month, the month's menu and the year, where Return opens what a click opens.
  *
  * The host must have loaded pictures, style files and strings. Texts stay as they were when the

@@ -25,6 +25,9 @@ private Q_SLOTS:
     void localeChangesNothing();
     void tabWalksThroughTheParts();
     void daysByKeyboard();
+    void digitsMeanADate_data();
+    void digitsMeanADate();
+    void typingEnds();
     void returnChoosesWhatIsSeen();
     void monthAndYearByKeyboard();
     void daysOutsideTheLimits();
@@ -41,6 +44,7 @@ private:
     QDate takeChosen() { return m_chosen.isEmpty() ? QDate() : m_chosen.takeFirst(); }
     QDate page() const { return {m_calendar->yearShown(), m_calendar->monthShown(), 1}; }
     QPoint cellOf(const QDate &date) const;
+    void type(const QString &text);
     QWidget *focused() const { return m_window->focusWidget(); }
 
     QWidget *m_window = nullptr;
@@ -256,6 +260,123 @@ void KovaCalanderViewTest::daysByKeyboard()
         press(key);
     QCOMPARE(takeChosen(), QDate(2024, 3, 17));
     QVERIFY(m_chosen.isEmpty());
+}
+
+void KovaCalanderViewTest::digitsMeanADate_data()
+{
+    QTest::addColumn<QString>("locale");
+    QTest::addColumn<QString>("typed");
+    QTest::addColumn<QDate>("date");
+    QTest::addColumn<QString>("shown");
+    const auto row = [](const char *locale, const QString &typed, const QDate &date,
+                        const QString &shown) {
+        QTest::addRow("%s %s", locale, qPrintable(typed)) << locale << typed << date << shown;
+    };
+    row("de", "5", QDate(2024, 3, 5), "<b>05</b>.03.2024");
+    row("de", "05", QDate(2024, 3, 5), "<b>05</b>.03.2024");
+    row("en_US", "05", QDate(2024, 3, 5), "03/<b>05</b>/2024");
+    row("ja", "05", QDate(2024, 3, 5), "2024/03/<b>05</b>");
+    row("de", "07042031", QDate(2031, 4, 7), "<b>07</b>.<b>04</b>.<b>2031</b>");
+    row("en_US", "07042031", QDate(2031, 7, 4), "<b>07</b>/<b>04</b>/<b>2031</b>");
+    row("ja", "20310407", QDate(2031, 4, 7), "<b>2031</b>/<b>04</b>/<b>07</b>");
+    row("C", "07042031", QDate(2031, 4, 7), "<b>07</b> <b>04</b> <b>2031</b>");
+    row("es", "0704", QDate(2024, 4, 7), "<b>07</b>/<b>04</b>/2024");
+    row("en_US", "0704", QDate(2024, 7, 4), "<b>07</b>/<b>04</b>/2024");
+    row("ja", "0704", QDate(2024, 7, 4), "2024/<b>07</b>/<b>04</b>");
+    // A year of two digits is near the one that is shown.
+    row("de", "070473", QDate(2073, 4, 7), "<b>07</b>.<b>04</b>.<b>2073</b>");
+    row("de", "070474", QDate(1974, 4, 7), "<b>07</b>.<b>04</b>.<b>1974</b>");
+    row("de", "7.4.31", QDate(2031, 4, 7), "<b>07</b>.<b>04</b>.<b>2031</b>");
+    row("en_US", "7/4", QDate(2024, 7, 4), "<b>07</b>/<b>04</b>/2024");
+    row("en_US", "2031-4-7", QDate(2031, 4, 7), "<b>04</b>/<b>07</b>/<b>2031</b>");
+    row("fa", QString::fromUtf8("\u06f0\u06f5"), QDate(2024, 3, 5),
+        QString::fromUtf8("\u06f2\u06f0\u06f2\u06f4/\u06f0\u06f3/<b>\u06f0\u06f5</b>"));
+    row("de", "19\b7", QDate(2024, 3, 17), "<b>17</b>.03.2024");
+    // Neither a date out of range nor an invalid one.
+    row("de", "07042099", QDate(), "<b>07</b>.<b>04</b>.<b>2099</b>");
+    for (const QString typed : {"0", "00", "32", "3102", "070", "07042", "0704203", "29022023",
+                                "070420319", "7.4.203", "7..31", "123.4.2031"})
+        row("de", typed, QDate(), QString("<b>%1</b>").arg(typed));
+}
+
+// A backspace stands for the key.
+void KovaCalanderViewTest::type(const QString &text)
+{
+    for (const QChar letter : text) {
+        if (letter == '\b')
+            press(Qt::Key_Backspace);
+        else
+            QTest::sendKeyEvent(QTest::Click, m_days, Qt::Key(letter.unicode()), QString(letter),
+                                Qt::NoModifier);
+    }
+}
+
+void KovaCalanderViewTest::digitsMeanADate()
+{
+    QFETCH(QString, locale);
+    QFETCH(QString, typed);
+    QFETCH(QDate, date);
+    m_window->setLocale(QLocale(locale));
+    m_view->setMaximumDate(QDate(2080, 1, 1));
+    // The shown month counts, not that of the selected day.
+    m_view->setSelectedDate(QDate(2024, 5, 13));
+    m_view->setCurrentPage(2024, 3);
+    const auto *label = part<QLabel>("typed_date");
+    type(typed);
+    QVERIFY(label->isVisible());
+    QTEST(label->text(), "shown");
+    press(Qt::Key_Return);
+    QCOMPARE(takeChosen(), date);
+    QCOMPARE(label->isVisible(), !date.isValid());
+    QCOMPARE(label->property("error").toBool(), !date.isValid());
+    press(Qt::Key_Escape);
+    QVERIFY(!label->isVisible());
+    QCOMPARE(page(), date.isValid() ? QDate(date.year(), date.month(), 1) : QDate(2024, 3, 1));
+}
+
+void KovaCalanderViewTest::typingEnds()
+{
+    const auto *label = part<QLabel>("typed_date");
+    const auto isTyping = [&] { return label->isVisible(); };
+    // What is no part of a date is none of its business.
+    type("x.");
+    press(Qt::Key_5, Qt::ControlModifier);
+    QVERIFY(!isTyping());
+    type("5\b");
+    QVERIFY(!isTyping());
+
+    type("5");
+    press(Qt::Key_Escape);
+    QCOMPARE(m_calendar->selectedDate(), QDate(2024, 3, 13));
+    type("5");
+    press(Qt::Key_Right);
+    QCOMPARE(m_calendar->selectedDate(), QDate(2024, 3, 6));
+    type("8");
+    press(Qt::Key_Tab);
+    QVERIFY(!isTyping());
+    QCOMPARE(m_calendar->selectedDate(), QDate(2024, 3, 8));
+    m_days->setFocus();
+    m_calendar->setDateEditAcceptDelay(1);
+    type("9");
+    QTRY_VERIFY(!isTyping());
+    QCOMPARE(m_calendar->selectedDate(), QDate(2024, 3, 9));
+    type("99");
+    QTRY_VERIFY(label->property("error").toBool());
+    type("\b");
+    QVERIFY(!label->property("error").toBool());
+    m_calendar->setDateEditAcceptDelay(100000);
+    part("nextmonth")->click();
+    QVERIFY(!isTyping());
+    QVERIFY(m_chosen.isEmpty());
+
+    type("5");
+    click(m_days->viewport(), cellOf(QDate(2024, 4, 17)));
+    QCOMPARE(takeChosen(), QDate(2024, 4, 17));
+    QVERIFY(!isTyping());
+    type("5");
+    m_view->hide();
+    m_view->show();
+    QVERIFY(!isTyping());
 }
 
 void KovaCalanderViewTest::returnChoosesWhatIsSeen()

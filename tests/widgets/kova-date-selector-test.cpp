@@ -23,6 +23,7 @@ private Q_SLOTS:
     void opensFullyAtEveryEdge_data();
     void opensFullyAtEveryEdge();
     void yearEditDoesNotOutliveThePopup();
+    void clickEndsTheTypingOfTheYear();
     void survivesAnyDates();
     void survivesItsEndWhileOpen();
 
@@ -327,6 +328,21 @@ void KovaDateSelectorTest::yearEditDoesNotOutliveThePopup()
     QVERIFY(!part<QSpinBox>("yearedit")->isVisible());
     QTRY_COMPARE(QApplication::focusWidget(), part<QTableView>("calendarview"));
     m_box->hidePopup();
+}
+
+void KovaDateSelectorTest::clickEndsTheTypingOfTheYear()
+{
+    m_box->dateSelect(QDate(2024, 3, 13));
+    open();
+    clickOn(part("yearbutton"), QPoint(5, 5));
+    for (int key : {Qt::Key_1, Qt::Key_9, Qt::Key_8, Qt::Key_7})
+        press(key);
+    clickOnDay(3);
+    QVERIFY(isOpen());
+    QCOMPARE(m_box->currentText(), "2024-03-13");
+    QCOMPARE(part("yearbutton")->text(), "1987");
+    clickOnDay(3);
+    QCOMPARE(m_box->currentText(), "1987-03-11");
 }
 
 void KovaDateSelectorTest::survivesAnyDates()

@@ -4,6 +4,7 @@
 #include <kovakit-qt/style/dpi-info.h>
 
 #include <QFocusEvent>
+#include <QHoverEvent>
 #include <QPainter>
 #include <QSpinBox>
 #include <QTableView>
@@ -21,6 +22,11 @@ HouseCalendar::HouseCalendar(QWidget *parent)
     setFocusPolicy(Qt::NoFocus);
     // Its own reading of typed digits begins at today and stumbles over zeros.
     setDateEditEnabled(false);
+    if (m_grid) {
+        m_grid->viewport()->setAttribute(Qt::WA_Hover);
+        m_grid->viewport()->installEventFilter(this);
+    }
+    connect(this, &QCalendarWidget::currentPageChanged, this, [this] { m_underPointer = QDate(); });
     showArrows();
 }
 
@@ -32,7 +38,11 @@ void HouseCalendar::insertRow(QWidget *row)
 
 QDate HouseCalendar::currentDay() const
 {
-    const QModelIndex index = m_grid ? m_grid->currentIndex() : QModelIndex();
+    return m_grid ? dayAt(m_grid->currentIndex()) : QDate();
+}
+
+QDate HouseCalendar::dayAt(const QModelIndex &index) const
+{
     if (!index.isValid())
         return QDate();
     const int day = index.data().toInt();
@@ -61,6 +71,30 @@ bool HouseCalendar::isOnDays(const QPoint &globalPosition) const
         return false;
     const QWidget *viewport = m_grid->viewport();
     return viewport->rect().contains(viewport->mapFromGlobal(globalPosition));
+}
+
+void HouseCalendar::setChosenDay(const QDate &date)
+{
+    m_chosen = date;
+    updateDays();
+}
+
+void HouseCalendar::setTodayColor(const QColor &color)
+{
+    m_todayColor = color;
+    updateDays();
+}
+
+void HouseCalendar::setOtherMonthColor(const QColor &color)
+{
+    m_otherMonthColor = color;
+    updateDays();
+}
+
+void HouseCalendar::updateDays()
+{
+    if (m_grid)
+        m_grid->viewport()->update();
 }
 
 QSize HouseCalendar::minimumSizeHint() const
@@ -94,6 +128,15 @@ bool HouseCalendar::eventFilter(QObject *watched, QEvent *event)
         m_grid->setFocus(Qt::MouseFocusReason);
         return true;
     }
+    if (m_grid && watched == m_grid->viewport()) {
+        const QDate before = m_underPointer;
+        if (event->type() == QEvent::HoverEnter || event->type() == QEvent::HoverMove)
+            m_underPointer = dayAt(m_grid->indexAt(static_cast<QHoverEvent *>(event)->pos()));
+        else if (event->type() == QEvent::HoverLeave || event->type() == QEvent::Hide)
+            m_underPointer = QDate();
+        if (m_underPointer != before)
+            updateDays();
+    }
     return QCalendarWidget::eventFilter(watched, event);
 }
 
@@ -121,29 +164,70 @@ void HouseCalendar::showArrows()
 
 void HouseCalendar::paintCell(QPainter *painter, const QRect &rect, const QDate &date) const
 {
-    const QPalette &colors = m_grid ? m_grid->palette() : palette();
     painter->save();
-    if (isInRange(date)) {
-        QCalendarWidget::paintCell(painter, rect, date);
-    } else {
-        painter->fillRect(rect, colors.brush(QPalette::AlternateBase));
-        QFont font = painter->font();
-        font.setStrikeOut(true);
-        painter->setFont(font);
-        painter->setPen(colors.color(QPalette::Disabled, QPalette::Text));
-        painter->drawText(rect, Qt::AlignCenter, locale().toString(date.day()));
+    painter->setRenderHint(QPainter::Antialiasing);
+    const double scale = DPIinfo::getInstance()->getDPI();
+    const QRectF shape = QRectF(rect).adjusted(2 * scale, scale / 2, -2 * scale, -scale / 2);
+    // The grid has filled the selected day, which is not always the chosen one.
+    if (m_grid && date == selectedDate())
+        painter->fillRect(rect, m_grid->palette().brush(QPalette::Base));
+    paintShape(painter, shape, date);
+
+    const QColor ink = inkOf(date);
+    QFont font = m_grid ? m_grid->font() : this->font();
+    font.setStrikeOut(!isInRange(date));
+    QRect number = rect;
+    if (date == QDate::currentDate()) {
+        const double dot = 4 * scale;
+        painter->setPen(Qt::NoPen);
+        painter->setBrush(ink);
+        painter->drawEllipse(
+            QRectF(shape.center().x() - dot / 2, shape.bottom() - 1.5 * dot, dot, dot));
+        number.translate(0, -kovaPx(2));
     }
-    if (m_grid && m_grid->hasFocus() && date == currentDay())
-        paintRing(painter, rect, m_grid->selectionModel()->isSelected(m_grid->currentIndex()));
+    painter->setFont(font);
+    painter->setPen(ink);
+    painter->drawText(number, Qt::AlignCenter, locale().toString(date.day()));
     painter->restore();
 }
 
-void HouseCalendar::paintRing(QPainter *painter, const QRect &rect, bool selected) const
+// What lies under the number: the chosen day is filled, the one under the pointer tinted, and the
+// one under the keyboard's cursor has a ring.
+void HouseCalendar::paintShape(QPainter *painter, const QRectF &shape, const QDate &date) const
 {
-    const QPalette::ColorRole role = selected ? QPalette::HighlightedText : QPalette::Highlight;
-    const int width = qMax(1, kovaPx(2));
-    const double inset = selected ? width : width / 2.0;
-    painter->setPen(QPen(m_grid->palette().color(role), width));
+    const QPalette &colors = m_grid ? m_grid->palette() : palette();
+    const double scale = DPIinfo::getInstance()->getDPI();
+    const double radius = 4 * scale;
+    const bool choosable = isInRange(date);
+    const bool chosen = choosable && date == m_chosen;
+    if (chosen || (choosable && date == m_underPointer)) {
+        painter->setPen(Qt::NoPen);
+        painter->setBrush(colors.brush(chosen ? QPalette::Highlight : QPalette::AlternateBase));
+        painter->drawRoundedRect(shape, radius, radius);
+    }
+    if (!m_grid || !m_grid->hasFocus() || date != currentDay())
+        return;
+    const double width = 2 * scale;
+    const double inset = chosen ? 1.5 * width : width / 2;
+    painter->setPen(
+        QPen(colors.color(chosen ? QPalette::HighlightedText : QPalette::Highlight), width));
     painter->setBrush(Qt::NoBrush);
-    painter->drawRect(QRectF(rect).adjusted(inset, inset, -inset, -inset));
+    painter->drawRoundedRect(shape.adjusted(inset, inset, -inset, -inset), radius - inset,
+                             radius - inset);
+}
+
+QColor HouseCalendar::inkOf(const QDate &date) const
+{
+    const QPalette &colors = m_grid ? m_grid->palette() : palette();
+    const QColor off = colors.color(QPalette::Disabled, QPalette::Text);
+    if (!isEnabled() || !isInRange(date))
+        return off;
+    if (date == m_chosen)
+        return colors.color(QPalette::HighlightedText);
+    if (date == QDate::currentDate())
+        return m_todayColor.isValid() ? m_todayColor : colors.color(QPalette::Link);
+    // On the tint under the pointer a weaker one would be hard to read.
+    if (date.month() != monthShown() && date != m_underPointer)
+        return m_otherMonthColor.isValid() ? m_otherMonthColor : off;
+    return colors.color(QPalette::Text);
 }

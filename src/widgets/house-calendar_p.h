@@ -1,13 +1,18 @@
 #pragma once
 
 #include <QCalendarWidget>
+#include <QColor>
+#include <QDate>
 #include <QPointer>
 
+class QModelIndex;
 class QTableView;
 
 // A calendar whose parts can be dressed without its undoing it: no change of the locale brings its
-// own names and first day of the week back. It shows days that cannot be chosen and the day under
-// the keyboard's cursor.
+// own names and first day of the week back. It paints its days itself, so that today, the chosen
+// day, the day under the keyboard's cursor, that under the pointer and those that cannot be chosen
+// have marks of their own. The chosen day is not always the selected one, which is where the cursor
+// was moved to.
 class HouseCalendar : public QCalendarWidget
 {
 public:
@@ -24,6 +29,16 @@ public:
 
     [[nodiscard]] bool isTypingYear() const;
 
+    // The day that is shown as chosen; an invalid date if none is.
+    void setChosenDay(const QDate &date);
+
+    // An invalid color gives the one of the palette again: that of links for today, that of
+    // disabled text for the days of the neighbouring months.
+    void setTodayColor(const QColor &color);
+    void setOtherMonthColor(const QColor &color);
+    [[nodiscard]] QColor todayColor() const { return m_todayColor; }
+    [[nodiscard]] QColor otherMonthColor() const { return m_otherMonthColor; }
+
     QSize minimumSizeHint() const override;
 
 protected:
@@ -34,8 +49,15 @@ protected:
 
 private:
     void showArrows();
+    void updateDays();
     [[nodiscard]] bool isOnDays(const QPoint &globalPosition) const;
-    void paintRing(QPainter *painter, const QRect &rect, bool selected) const;
+    [[nodiscard]] QDate dayAt(const QModelIndex &index) const;
+    [[nodiscard]] QColor inkOf(const QDate &date) const;
+    void paintShape(QPainter *painter, const QRectF &shape, const QDate &date) const;
 
     QPointer<QTableView> m_grid;
+    QDate m_chosen;
+    QDate m_underPointer;
+    QColor m_todayColor;
+    QColor m_otherMonthColor;
 };

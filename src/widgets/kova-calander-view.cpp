@@ -221,8 +221,41 @@ void KovaCalanderView::setCurrentPage(int year, int month)
 
 void KovaCalanderView::setSelectedDate(const QDate &date)
 {
-    if (m_calendar->isInRange(date))
-        m_calendar->setSelectedDate(date);
+    if (!m_calendar->isInRange(date))
+        return;
+    m_calendar->setSelectedDate(date);
+    m_calendar->setChosenDay(date);
+}
+
+void KovaCalanderView::showChosen(const QDate &date)
+{
+    m_calendar->setChosenDay(date);
+}
+
+// To the nearest day that can be chosen.
+void KovaCalanderView::moveTo(const QDate &date)
+{
+    m_calendar->setSelectedDate(date);
+}
+
+QColor KovaCalanderView::todayColor() const
+{
+    return m_calendar->todayColor();
+}
+
+void KovaCalanderView::setTodayColor(const QColor &color)
+{
+    m_calendar->setTodayColor(color);
+}
+
+QColor KovaCalanderView::otherMonthColor() const
+{
+    return m_calendar->otherMonthColor();
+}
+
+void KovaCalanderView::setOtherMonthColor(const QColor &color)
+{
+    m_calendar->setOtherMonthColor(color);
 }
 
 void KovaCalanderView::setMinimumDate(const QDate &date)
@@ -243,8 +276,10 @@ void KovaCalanderView::setMaximumDate(const QDate &date)
 
 void KovaCalanderView::choose(const QDate &date)
 {
-    if (m_calendar->isInRange(date))
-        Q_EMIT sigDateSelect(date);
+    if (!m_calendar->isInRange(date))
+        return;
+    m_calendar->setChosenDay(date);
+    Q_EMIT sigDateSelect(date);
 }
 
 void KovaCalanderView::selectToday()

@@ -3,6 +3,7 @@
 #include <kovakit-qt/kovakit-export.h>
 
 #include <QAbstractItemView>
+#include <QColor>
 #include <QStringList>
 
 class HouseCalendar;
@@ -13,7 +14,8 @@ class QToolButton;
 
 /**
  * A calendar in the look of the house: a month of days under the host's own names for months and
- * weekdays, weeks from Sunday, and a button for today.
+ * weekdays, weeks from Sunday, and a button for today. The chosen day is filled, today has a dot,
+ * the day under the keyboard's cursor a ring; days that cannot be chosen are struck out.
  *
  * It is an item view only so that it can be the popup of a combo box; for a field with a date use
  * KovaDateSelector, which is made that way. Any layout can hold it as well. It has no items, model
@@ -31,6 +33,10 @@ class QToolButton;
 class KOVAKIT_EXPORT KovaCalanderView : public QAbstractItemView
 {
     Q_OBJECT
+    /** The colour of today's number and of the dot under it; invalid: that of links. */
+    Q_PROPERTY(QColor todayColor READ todayColor WRITE setTodayColor)
+    /** The colour of the days of the neighbouring months; invalid: that of disabled text. */
+    Q_PROPERTY(QColor otherMonthColor READ otherMonthColor WRITE setOtherMonthColor)
 
 public:
     /** A calendar that shows the month of today; @p parent owns it. */
@@ -43,9 +49,9 @@ public:
     void setCurrentPage(int year, int month);
 
     /**
-     * Selects @p date and turns to its month, without sigDateSelect().
+     * Shows @p date as chosen and turns to its month, without sigDateSelect().
      *
-     * A date that cannot be chosen changes nothing.
+     * A date that cannot be chosen changes nothing. At first no day is shown as chosen.
      */
     void setSelectedDate(const QDate &date);
 
@@ -59,6 +65,19 @@ public:
 
     /** The last day that can be chosen, at first that of the year 9999; else like the first. */
     void setMaximumDate(const QDate &date);
+
+    /** The colour of today's number; invalid as long as it is that of the palette's links. */
+    [[nodiscard]] QColor todayColor() const;
+    /**
+     * Sets the colour of today's number and dot. A style sheet, which cannot name the role of
+     * links, sets it as "qproperty-todayColor".
+     */
+    void setTodayColor(const QColor &color);
+
+    /** The colour of the neighbouring months' days; invalid as long as it is the palette's. */
+    [[nodiscard]] QColor otherMonthColor() const;
+    /** Sets that colour; "qproperty-otherMonthColor" in a style sheet. */
+    void setOtherMonthColor(const QColor &color);
 
     /** The room that the calendar asks for. */
     QSize sizeHint() const override;
@@ -119,6 +138,8 @@ private:
     void handleTabOrder();
 
     void choose(const QDate &date);
+    void showChosen(const QDate &date);
+    void moveTo(const QDate &date);
     void focusDays();
     void fitMonthButton();
     void updateTodayButton();

@@ -59,6 +59,18 @@ KovaDateSelector::KovaDateSelector(QString placeholder, QWidget *parent)
 void KovaDateSelector::addPlaceholder()
 {
     addItem(m_placeholder, QDate());
+    showState();
+}
+
+void KovaDateSelector::showState()
+{
+    const QDate chosen = currentData().toDate();
+    m_calendarView->showChosen(chosen);
+    if (property("empty").toBool() == chosen.isNull())
+        return;
+    setProperty("empty", chosen.isNull());
+    if (testAttribute(Qt::WA_WState_Polished))
+        style()->polish(this);
 }
 
 KovaCalanderView *KovaDateSelector::getCalendarView() const
@@ -75,6 +87,7 @@ void KovaDateSelector::dateSelect(const QDate &date)
     }
     addItem(date.toString(dateFormat()), date);
     setCurrentIndex(0);
+    showState();
     turnTo(date);
     repaint();
     hidePopup();
@@ -90,8 +103,7 @@ void KovaDateSelector::clearDate()
 
 void KovaDateSelector::turnTo(const QDate &date)
 {
-    m_calendarView->setSelectedDate(date);
-    m_calendarView->setCurrentPage(date.year(), date.month());
+    m_calendarView->moveTo(date);
     m_selectedBefore = QDate();
 }
 
@@ -106,7 +118,7 @@ void KovaDateSelector::restoreCalendar()
 {
     if (!m_selectedBefore.isValid())
         return;
-    m_calendarView->setSelectedDate(m_selectedBefore);
+    m_calendarView->moveTo(m_selectedBefore);
     m_calendarView->setCurrentPage(m_pageBefore.year(), m_pageBefore.month());
 }
 
@@ -132,6 +144,7 @@ void KovaDateSelector::showPopup()
     QWidget *popup = m_calendarView->window();
     if (popup->isVisible())
         return;
+    showState();
     const QMargins frame = popup->contentsMargins();
     popup->setGeometry(popupGeometry(m_calendarView->minimumSize().grownBy(frame)));
     rememberCalendar();

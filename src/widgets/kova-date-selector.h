@@ -9,7 +9,8 @@
  * A field for a date: a combo box that opens a calendar.
  *
  * It shows its placeholder until a date is chosen, and then the date as "yyyy-MM-dd"; it asks for
- * the width of the widest date. The one item
+ * the width of the widest date. As long as none is chosen, the calendar shows no day as chosen, and
+ * the dynamic property "empty" is true, for style sheets. The one item
  * of the box carries the date as its data: take it with currentData().toDate(), a null date as long
  * as none is chosen. Every choice emits the box's currentIndexChanged() twice, with -1 and with 0;
  * at the second one the date is there.
@@ -64,6 +65,7 @@ protected:
 
 private:
     void addPlaceholder();
+    void showState();
     void turnTo(const QDate &date);
     void rememberCalendar();
     void restoreCalendar();

@@ -16,6 +16,7 @@ private Q_SLOTS:
     void cleanup() { delete m_window; }
     void showsWhatIsChosen();
     void showsItsWholeDate();
+    void marksNothingWithoutADate();
     void choosesByMouse();
     void choosesByKeyboard();
     void closesWithoutChoosing();
@@ -149,6 +150,54 @@ void KovaDateSelectorTest::showsItsWholeDate()
                          qPrintable(box->currentText()));
         }
     }
+}
+
+void KovaDateSelectorTest::marksNothingWithoutADate()
+{
+    const auto *days = part<QTableView>("calendarview");
+    const auto marked = [&] {
+        const QImage picture = days->viewport()->grab().toImage();
+        const QColor fill = days->palette().color(QPalette::Highlight);
+        QStringList numbers;
+        for (int i = 0; i < 42; ++i) {
+            const QModelIndex index = days->model()->index(i / 7, i % 7);
+            const QRect cell = days->visualRect(index);
+            if (picture.pixelColor(cell.left() + kovaPx(7), cell.center().y()) == fill)
+                numbers.append(index.data().toString());
+        }
+        return numbers.join(' ');
+    };
+    const auto ink = [this] { return m_box->palette().color(QPalette::Text); };
+    const QColor emptyInk = ink();
+    open();
+    QCOMPARE(marked(), "");
+    m_box->dateSelect(QDate(2024, 3, 13));
+    QVERIFY(ink() != emptyInk);
+    open();
+    QCOMPARE(marked(), "13");
+    press(Qt::Key_Right);
+    QCOMPARE(marked(), "13");
+    press(Qt::Key_Escape);
+    open();
+    QCOMPARE(marked(), "13");
+    m_box->dateSelect(QDate());
+    QCOMPARE(marked(), "");
+    QCOMPARE(ink(), emptyInk);
+    m_box->hidePopup();
+
+    // The focus begins at the day in range that is nearest to today.
+    const QDate last = QDate::currentDate().addMonths(-2);
+    m_box->getCalendarView()->setMaximumDate(last);
+    m_box->dateSelect(last.addYears(-1));
+    m_box->clearDate();
+    open();
+    QCOMPARE(marked(), "");
+    press(Qt::Key_Return);
+    QCOMPARE(m_box->currentData().toDate(), last);
+    m_box->clear();
+    open();
+    QCOMPARE(marked(), "");
+    m_box->hidePopup();
 }
 
 void KovaDateSelectorTest::choosesByMouse()

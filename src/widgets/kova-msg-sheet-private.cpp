@@ -7,11 +7,9 @@
 #include <kovakit-qt/style/dpi-info.h>
 #include <kovakit-qt/style/style-manager.h>
 #include <kovakit-qt/utils/component-strings_p.h>
-#include <kovakit-qt/utils/util.h>
 
 #include <QDialogButtonBox>
 #include <QHBoxLayout>
-#include <QKeyEvent>
 #include <QLabel>
 #include <QMovie>
 #include <QPushButton>
@@ -46,11 +44,6 @@ TypeTraits traitsOf(int type)
     default:
         return {nullptr, QDialogButtonBox::NoButton};
     }
-}
-
-bool acceptsFocus(const QWidget *widget)
-{
-    return widget->focusPolicy() != Qt::NoFocus;
 }
 
 } // namespace
@@ -239,42 +232,9 @@ void KovaMessageSheetPrivate::startMovie()
         movie->start();
 }
 
-void KovaMessageSheetPrivate::rebuildFocusList()
+void KovaMessageSheetPrivate::setFocusPolicies()
 {
     buttonBox->setFocusPolicy(Qt::NoFocus);
     for (QAbstractButton *button : buttonBox->buttons())
         button->setFocusPolicy(Qt::StrongFocus);
-    focusList = accessibleList(q, AccessibleFilter({q}, Qt::NoFocus));
-    markFirstFocusWidget();
-    markLastFocusWidget();
-}
-
-void KovaMessageSheetPrivate::markFirstFocusWidget()
-{
-    const auto found = std::find_if(focusList.cbegin(), focusList.cend(), acceptsFocus);
-    firstFocusWidget = found != focusList.cend() ? *found : nullptr;
-}
-
-void KovaMessageSheetPrivate::markLastFocusWidget()
-{
-    const auto found = std::find_if(focusList.crbegin(), focusList.crend(), acceptsFocus);
-    lastFocusWidget = found != focusList.crend() ? *found : nullptr;
-}
-
-bool KovaMessageSheetPrivate::restrictedFocus(QObject *watched, QKeyEvent *event)
-{
-    auto *widget = qobject_cast<QWidget *>(watched);
-    if (!widget || (event->key() != Qt::Key_Tab && event->key() != Qt::Key_Backtab))
-        return false;
-    const bool forward = event->key() == Qt::Key_Tab;
-    do {
-        widget = forward ? widget->nextInFocusChain() : widget->previousInFocusChain();
-    } while (widget != watched && !acceptsFocus(widget));
-
-    QWidget *target = widget;
-    if (!focusList.contains(widget))
-        target = forward ? firstFocusWidget : lastFocusWidget;
-    if (target)
-        target->setFocus(Qt::TabFocusReason);
-    return true;
 }

@@ -122,7 +122,7 @@ void KovaMessageSheet::buttonClick(QAbstractButton *which)
 
 void KovaMessageSheet::showEvent(QShowEvent *event)
 {
-    d->rebuildFocusList();
+    d->setFocusPolicies();
     KovaSheet::showEvent(event);
 }
 
@@ -133,11 +133,12 @@ bool KovaMessageSheet::focusNextPrevChild(bool next)
 
 bool KovaMessageSheet::eventFilter(QObject *watched, QEvent *event)
 {
-    if (event->type() == QEvent::KeyPress) {
-        if (watched != window() || !isVisible())
+    if (event->type() == QEvent::KeyPress && watched == window()) {
+        if (!isVisible())
             return false;
-        if (d->restrictedFocus(watched, static_cast<QKeyEvent *>(event)))
-            return true;
+        const int key = static_cast<QKeyEvent *>(event)->key();
+        if (d->modality.isTopmost() && (key == Qt::Key_Tab || key == Qt::Key_Backtab))
+            return d->modality.moveFocus(key == Qt::Key_Tab);
     }
     return d->modality.filterWindow(watched, event, blockWindowButton, d->buttonBox);
 }

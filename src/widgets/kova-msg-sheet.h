@@ -148,7 +148,7 @@ public Q_SLOTS:
     void buttonClick(QAbstractButton *which);
 
 protected:
-    /** Collects the widgets that Tab walks through. */
+    /** Lets Tab walk through the buttons. */
     void showEvent(QShowEvent *event) override;
     /** Handles the keys that reach the window, and refuses to let it be closed while blocked. */
     bool eventFilter(QObject *watched, QEvent *event) override;

@@ -5,7 +5,6 @@
 
 class MessageLabel;
 class QDialogButtonBox;
-class QKeyEvent;
 class QLabel;
 
 // Builds and lays out the widgets of a message sheet.
@@ -24,8 +23,7 @@ public:
     [[nodiscard]] int getPreferredWidth() const;
 
     void startMovie();
-    void rebuildFocusList();
-    bool restrictedFocus(QObject *watched, QKeyEvent *event);
+    void setFocusPolicies();
 
     KovaMessageSheet *q;
     MessageLabel *textLabel;
@@ -34,14 +32,9 @@ public:
     int messageType = KovaMessageSheet::Processing;
     QDialogButtonBox *buttonBox;
     SheetModality modality;
-    QList<QWidget *> focusList;
-    QWidget *firstFocusWidget = nullptr;
-    QWidget *lastFocusWidget = nullptr;
 
 private:
     void setupIcon();
     void setupButtons(const MsgBoxCustomBtnText &buttonText);
     void setupTextLabel(MessageLabel *label, const char *styleKey);
-    void markFirstFocusWidget();
-    void markLastFocusWidget();
 };

@@ -47,6 +47,9 @@ public:
     // Ends the run, hides the sheet and lets it emit finished(). The sheet may be gone afterwards.
     void finish(int result);
 
+    // Whether the run is active and no later one holds the same window.
+    [[nodiscard]] bool isTopmost() const { return m_active && topmostOf(m_window) == this; }
+
     // Moves the focus to the next or previous widget of the sheet, wrapping around at the ends.
     bool moveFocus(bool forward);
 
@@ -63,7 +66,6 @@ private:
     struct Run;
 
     [[nodiscard]] static SheetModality *topmostOf(const QWidget *window);
-    [[nodiscard]] bool isTopmost() const { return m_active && topmostOf(m_window) == this; }
     [[nodiscard]] bool isInside(const QWidget *widget) const;
     [[nodiscard]] bool isAncestorOfSheet(const QObject *object) const;
     [[nodiscard]] bool isCovered(const QObject *object) const;

@@ -10,6 +10,7 @@
 #include <kovakit-qt/kovakit-version.h>
 #include <kovakit-qt/style/dpi-info.h>
 #include <kovakit-qt/style/style-manager.h>
+#include <kovakit-qt/utils/accessible-util.h>
 #include <kovakit-qt/utils/component-strings.h>
 #include <kovakit-qt/utils/escape-tooltip.h>
 #include <kovakit-qt/utils/file-type-map.h>

@@ -20,12 +20,15 @@ struct KOVAKIT_EXPORT CaseLessCompare
  * The file names of the icons for kinds of files, by file name extension.
  *
  * It answers with a name such as "audio.png" alone; the pictures and their folder are the host's.
- * The table is built in and never changes once the instance exists, so that look-ups may come from
- * any thread.
+ * The table is built in and one for all: it is filled when the one instance is created, and
+ * look-ups may come from any thread as long as nobody adds to it with mappingFile().
  */
 class KOVAKIT_EXPORT FileTypeMap
 {
 public:
+    /** Gives every built-in extension its icon; getInstance() does it once, by itself. */
+    FileTypeMap();
+
     /** The one instance of the process; the first call fills the table. */
     static FileTypeMap *getInstance();
 
@@ -37,11 +40,16 @@ public:
      */
     [[nodiscard]] QString getFiletypeMapping(const QString &extension, bool removed) const;
 
-private:
-    FileTypeMap();
-    Q_DISABLE_COPY(FileTypeMap)
-
+    /**
+     * Gives each of @p extensions, a list with one blank between two, the icon named after @p type.
+     *
+     * An extension that the table has already gets the new type. Call it before other threads look
+     * anything up.
+     */
     void mappingFile(const QString &type, const QString &extensions);
+
+private:
+    Q_DISABLE_COPY(FileTypeMap)
 
     static std::map<QString, QString, CaseLessCompare> m_file_type_map;
 };

@@ -16,22 +16,35 @@ private Q_SLOTS:
 
 void KovaLocaleTest::mapsLocaleNames()
 {
+    const QMap<QString, QStringList> languagesByCode = {
+        {"enu", {"en"}}, {"jpn", {"ja"}},
+        {"deu", {"de"}}, {"krn", {"ko"}},
+        {"fra", {"fr"}}, {"ita", {"it"}},
+        {"esn", {"es"}}, {"rus", {"ru"}},
+        {"dan", {"da"}}, {"nor", {"no", "nb", "nn"}},
+        {"sve", {"sv"}}, {"nld", {"nl"}},
+        {"plk", {"pl"}}, {"hun", {"hu"}},
+        {"trk", {"tr"}}, {"csy", {"cs"}}};
+    const KovaLocale *map = KovaLocale::getInstance();
+    for (auto row = languagesByCode.begin(); row != languagesByCode.end(); ++row) {
+        for (const QString &language : row.value()) {
+            for (const char *rest : {"", "_", "_xx", "_xx_euro"})
+                QCOMPARE(map->getLanguageByLocale(language + rest), row.key());
+        }
+    }
     const QMap<QString, QStringList> localesByCode = {
-        {"deu", {"de", "de_de", "de_at"}},
-        {"nor", {"no", "nb_no", "nn_no"}},
-        {"krn", {"ko_kr"}},
-        {"esn", {"es_mx"}},
-        {"csy", {"cs_cz_euro"}},
         {"ptg", {"pt", "pt_pt"}},
         {"ptb", {"pt_br", "pt_PT", "pt_"}},
         {"cht", {"zh_tw", "zh_hk", "zh_mo"}},
         {"chs", {"zh", "zh_cn", "zh_sg", "zh_TW"}},
-        {"enu", {"en_gb", "fi_fi", "", "EN_us", "_de", "ptx", "deu", "c"}},
+        {"enu", {"fi_fi", "", "EN_us", "DE", "_de", "ptx", "deu", "c"}},
     };
     for (auto row = localesByCode.begin(); row != localesByCode.end(); ++row) {
         for (const QString &locale : row.value())
-            QCOMPARE(KovaLocale::getInstance()->getLanguageByLocale(locale), row.key());
+            QCOMPARE(map->getLanguageByLocale(locale), row.key());
     }
+    QCOMPARE(map->getPortugueseLanguage("de"), "ptb");
+    QCOMPARE(map->getChineseLanguage("de"), "chs");
 }
 
 // Qt reads the locale from the environment once, so each one takes a process.

@@ -1,3 +1,4 @@
+#include <kovakit-qt/utils/accessible-util.h>
 #include <kovakit-qt/utils/component-strings.h>
 #include <kovakit-qt/utils/escape-tooltip.h>
 #include <kovakit-qt/utils/file-type-map.h>
@@ -20,6 +21,7 @@ private Q_SLOTS:
     void pathsAreReplacedWithAWarning();
     void tooltipShowsTheTextAsItIs();
     void fileTypesHaveIcons();
+    void fileTypesCanBeAdded();
     void focusListWalksParentsBeforeChildren();
     void focusListLeavesOutWhatIsHiddenOrExcluded();
     void focusLevelsAreComparedAsNumbers();
@@ -95,38 +97,62 @@ void UtilsTest::tooltipShowsTheTextAsItIs()
 
 void UtilsTest::fileTypesHaveIcons()
 {
-    // The first and the last of each row, what looks odd, and what two rows list.
-    const QMap<QString, QStringList> extensionsByStem = {
-        {"acc", {"acc", "maf", "MDB"}},
-        {"ai", {"ai"}},
-        {"audio", {"mp3", "Mp3", "MP3", "wma"}},
-        {"bkpi", {"bkpi"}},
-        {"doc", {"doc", "DOCX", "rtf"}},
-        {"exe", {"exe"}},
-        {"fla", {"fla"}},
-        {"htm", {"htm", "html"}},
-        {"idn", {"idn"}},
-        {"image", {"bmp", "3fr", "JPG", "gif"}},
-        {"iso", {"iso", "daa"}},
-        {"code", {"js", "c", "as", "cxx"}},
-        {"pdf", {"pdf"}},
-        {"ppt", {"ppt", "ppsx"}},
-        {"psd", {"psd"}},
-        {"swf", {"swf", "f4v"}},
-        {"ttf", {"ttf", "otf"}},
-        {"txt", {"txt"}},
-        {"video", {"avi", "ac3", "dvr-ms", "mpeg4", "webm"}},
-        {"xls", {"xls", "xlam"}},
-        {"zip", {"zip", "7z", "rar"}},
-        {"xxx", {"", "foo", ".txt", "a.txt", " ", "mp3 aac", "h", "foo"}},
+    const struct
+    {
+        QString type;
+        QString extensions;
+    } rows[] = {
+        {"acc", "acc ade adp adn accdr accdb accdt mdb mda mdn mdt mdw mdf mde accde mam maq mar "
+                "mat maf"},
+        {"ai", "ai"},
+        {"audio", "mp3 aac flac m4a m4b aif ogg pcm wav cda mid mp2 mka mpc ape ra ac3 dts wma"},
+        {"bkpi", "bkpi"},
+        {"doc", "doc docx wri rtf"},
+        {"exe", "exe"},
+        {"fla", "fla"},
+        {"htm", "htm html"},
+        {"idn", "idn"},
+        {"image", "bmp ico tif tiff ufo raw arw srf sr2 dcr k25 kdc cr2 crw nef mrw ptx pef raf "
+                  "3fr erf mef mos orf rw2 dng x3f jpg jpe jpeg png gif"},
+        {"iso", "iso bin img mds nrg daa"},
+        {"code", "js css actproj ad akp applescript as asax asc ascx asm asmx asp aspx asr c cc "
+                 "php jsx xml xhtml mhtml cpp cs cxx"},
+        {"pdf", "pdf"},
+        {"ppt", "ppt pptx pps ppsx"},
+        {"psd", "psd"},
+        {"swf", "swf flv f4v"},
+        {"ttf", "ttf ttc otf"},
+        {"txt", "txt"},
+        {"video", "avi 3gp 3g2 asf dat divx dvr-ms m2t m2ts m4v mkv mp4 mts mov qt tp trp ts vob "
+                  "wmv xvid ac3 amr rm rmvb ifo mpeg mpg mpe m1v m2v mpeg1 mpeg2 mpeg4 ogv webm"},
+        {"xls", "xls xla xlb xlc xld xlk xll xlm xlt xlv xlw xlsx xlsm xlsb xltm xlam"},
+        {"zip", "zip tar 7z bz2 gz zip tgz tbz rar"},
     };
     const FileTypeMap *map = FileTypeMap::getInstance();
-    for (auto row = extensionsByStem.begin(); row != extensionsByStem.end(); ++row) {
-        for (const QString &extension : row.value()) {
-            QCOMPARE(map->getFiletypeMapping(extension, false), row.key() + ".png");
-            QCOMPARE(map->getFiletypeMapping(extension, true), row.key() + "_removed.png");
+    int known = 0;
+    for (const auto &row : rows) {
+        for (const QString &extension : row.extensions.split(' ')) {
+            // Of an extension in two rows the later one counts.
+            const QString type = extension == "ac3" ? "video" : row.type;
+            QCOMPARE(map->getFiletypeMapping(extension, false), type + ".png");
+            QCOMPARE(map->getFiletypeMapping(extension.toUpper(), true), type + "_removed.png");
+            ++known;
         }
     }
+    QCOMPARE(known, 187); // "ac3" and "zip" are listed twice
+    for (const char *unknown : {"", "foo", ".txt", "a.txt", " ", "mp3 aac", "h", "foo"}) {
+        QCOMPARE(map->getFiletypeMapping(unknown, false), "xxx.png");
+        QCOMPARE(map->getFiletypeMapping(unknown, true), "xxx_removed.png");
+    }
+}
+
+void UtilsTest::fileTypesCanBeAdded()
+{
+    FileTypeMap *map = FileTypeMap::getInstance();
+    map->mappingFile("note", "memo mp3  jot");
+    for (const char *extension : {"memo", "MP3", "", "jot"})
+        QCOMPARE(map->getFiletypeMapping(extension, false), "note.png");
+    QCOMPARE(FileTypeMap().getFiletypeMapping("mp3", false), "audio.png");
 }
 
 void UtilsTest::focusListWalksParentsBeforeChildren()
@@ -158,17 +184,24 @@ void UtilsTest::focusListLeavesOutWhatIsHiddenOrExcluded()
 
 void UtilsTest::focusLevelsAreComparedAsNumbers()
 {
-    Form form;
-    form.edit->setFocusPolicy(Qt::ClickFocus);
-    form.ok->setFocusPolicy(Qt::TabFocus);
-    form.cancel->setFocusPolicy(Qt::WheelFocus);
+    // In the order of their numbers: click focus is more than tab focus.
+    const QVector<Qt::FocusPolicy> policies = {Qt::NoFocus, Qt::TabFocus, Qt::ClickFocus,
+                                               Qt::StrongFocus, Qt::WheelFocus};
+    QWidget window;
+    Widgets all;
+    for (const Qt::FocusPolicy policy : policies) {
+        all.append(new QWidget(&window));
+        adjustFocusPolicy(policy, {all.last()});
+    }
+    window.show();
     AccessibleFilter filter;
-    filter.setFocusLevel(Qt::TabFocus);
-    QCOMPARE(accessibleList(&form, filter), (Widgets{form.edit, form.ok, form.cancel}));
-    filter.setFocusLevel(Qt::StrongFocus);
-    QCOMPARE(accessibleList(&form, filter), Widgets{form.cancel});
-    filter.filterWidgets().append(form.cancel);
-    QCOMPARE(accessibleList(&form, filter), Widgets());
+    for (int level = 0; level < policies.size(); ++level) {
+        filter.setFilterWidgets({&window});
+        filter.setFocusLevel(policies.at(level));
+        QCOMPARE(accessibleList(&window, filter), all.mid(level));
+        filter.filterWidgets().append(all.last());
+        QCOMPARE(accessibleList(&window, filter), all.mid(level, all.size() - 1 - level));
+    }
 }
 
 QTEST_MAIN(UtilsTest)

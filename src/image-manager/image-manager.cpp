@@ -2,17 +2,20 @@
 
 #include <kovakit-qt/style/dpi-info.h>
 #include <kovakit-qt/utils/file-text_p.h>
+#include <kovakit-qt/utils/safe-file_p.h>
 #include <kovakit-qt/utils/ui-path-manager.h>
 #include <kovakit-qt/utils/util.h>
 
+#include <QBuffer>
 #include <QDir>
-#include <QFile>
 #include <QFileInfo>
+#include <QGuiApplication>
 #include <QImageReader>
 #include <QJsonArray>
 #include <QJsonDocument>
 #include <QJsonObject>
 
+#include <cmath>
 #include <cstdlib>
 
 namespace {
@@ -46,6 +49,25 @@ QSize displaySize(const QSize &artSize, double scale)
 {
     const auto side = [scale](int length) { return qRound(qRound(length * artScale) * scale); };
     return {side(artSize.width()), side(artSize.height())};
+}
+
+// The picture at @p logical size for a screen of @p ratio device pixels per logical pixel.
+QPixmap scaledForRatio(const QPixmap &art, const QSize &logical, double ratio)
+{
+    QPixmap pixmap =
+        scaled(art, {qRound(logical.width() * ratio), qRound(logical.height() * ratio)});
+    pixmap.setDevicePixelRatio(ratio);
+    return pixmap;
+}
+
+// Other processes may read the file at the same time. Nothing of a null picture is written.
+void writeTempPicture(const QString &path, const QPixmap &art, const QSize &size)
+{
+    QBuffer png;
+    png.open(QIODevice::WriteOnly);
+    if (!art.isNull())
+        scaled(art, size).save(&png, "PNG");
+    replaceFile(path, png.data());
 }
 
 // A separator would lead a temp picture out of its folder.
@@ -111,6 +133,8 @@ void ImageManager::load(ImageFile &image) const
 {
     const double scale = DPIinfo::getInstance()->getDPI();
     const double ratio = DPIinfo::getInstance()->getDPR();
+    // The desktop's ratio has lost its fraction, and there may be sharper screens than the first.
+    const double sharpestRatio = qGuiApp->devicePixelRatio();
     for (int state = 0; state < stateCount; ++state) {
         const QPixmap art = readPicture(getImageFullPath(image.fileNames[state]));
         if (art.isNull()) {
@@ -118,10 +142,9 @@ void ImageManager::load(ImageFile &image) const
             continue;
         }
         const QSize logical = displaySize(art.size(), scale);
-        const QSize device(qRound(logical.width() * ratio), qRound(logical.height() * ratio));
-        QPixmap &pixmap = image.pixmaps[state];
-        pixmap = scaled(art, device);
-        pixmap.setDevicePixelRatio(ratio);
+        image.pixmaps[state] = scaledForRatio(art, logical, ratio);
+        if (sharpestRatio > ratio)
+            image.sharpestPixmaps[state] = scaledForRatio(art, logical, sharpestRatio);
         image.loaded = true;
     }
 }
@@ -133,18 +156,24 @@ void ImageManager::prepareTempImage(const QString &name)
         return;
     }
     const QPixmap art = readPicture(getImageFullPath(name));
-    QFile file(getTempImageFullPath(name));
-    if (!file.open(QIODevice::WriteOnly) || art.isNull())
-        return;
-    scaled(art, displaySize(art.size(), DPIinfo::getInstance()->getDPI())).save(&file, "PNG");
+    const QSize size = displaySize(art.size(), DPIinfo::getInstance()->getDPI());
+    writeTempPicture(getTempImageFullPath(name), art, size);
+    // Qt finds it beside the other one, by its name and for its icons alone.
+    const int ratio = int(std::ceil(qGuiApp->devicePixelRatio()));
+    if (ratio > 1)
+        writeTempPicture(
+            getTempImageFullPath(QStringLiteral("%1@%2x").arg(name, QString::number(ratio))), art,
+            size * ratio);
 }
 
-QPixmap ImageManager::getImage(const QString &name, ImageManager::ImageType type)
+// With the state that can be shown in place of @p type.
+std::pair<const ImageManager::ImageFile *, int> ImageManager::find(const QString &name,
+                                                                   ImageType type)
 {
     const auto found = m_images.find(name);
     if (found == m_images.end()) {
         qCWarning(debug_message) << "Cannot load pixmap" << name;
-        return QPixmap();
+        return {nullptr, Default};
     }
     if (m_type == LazyLoad)
         lazyLoad(name);
@@ -152,10 +181,26 @@ QPixmap ImageManager::getImage(const QString &name, ImageManager::ImageType type
     const ImageFile &image = found->second;
     const int state = type >= 0 && type < stateCount ? int(type) : int(Default);
     if (!image.fileNames[state].isEmpty())
-        return image.pixmaps[state];
+        return {&image, state};
     qCWarning(debug_message) << "Cannot load pixmap" << name << "with type" << state
                              << "[use default icon]";
-    return image.pixmaps[Default];
+    return {&image, Default};
+}
+
+QPixmap ImageManager::getImage(const QString &name, ImageManager::ImageType type)
+{
+    const auto [image, state] = find(name, type);
+    return image ? image->pixmaps[state] : QPixmap();
+}
+
+QIcon ImageManager::getIcon(const QString &name, ImageManager::ImageType type)
+{
+    const auto [image, state] = find(name, type);
+    if (!image)
+        return QIcon();
+    QIcon icon(image->pixmaps[state]);
+    icon.addPixmap(image->sharpestPixmaps[state]);
+    return icon;
 }
 
 const QString &ImageManager::getImageFolder() const

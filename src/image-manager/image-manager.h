@@ -2,11 +2,13 @@
 
 #include <kovakit-qt/kovakit-export.h>
 
+#include <QIcon>
 #include <QPixmap>
 #include <QString>
 
 #include <array>
 #include <map>
+#include <utility>
 
 /**
  * The named pictures of the host, in four states and scaled for the display.
@@ -20,7 +22,9 @@
  *
  * The pictures of "tmp_images" are those that style sheets refer to by path. A style sheet cannot
  * scale a picture, so initialize() writes scaled copies of them into the folder "tmp_images" under
- * the user data folder.
+ * the user data folder, each of them in one step, so that another process never reads half of it.
+ * On screens with more than one device pixel per pixel a sharper copy lies beside each
+ * ("tmp_checkbox_on@2x.png"); Qt finds it by itself.
  *
  * Nothing in the description file or the pictures can stop the program: what cannot be read is
  * missing, and a picture of more than #maxPicturePixels counts as one that cannot be read.
@@ -68,6 +72,14 @@ public:
      */
     [[nodiscard]] QPixmap getImage(const QString &name, ImageManager::ImageType type);
 
+    /**
+     * The same picture as an icon, with all the pixels that the sharpest screen can show.
+     *
+     * getImage() knows whole device pixel ratios only; at a ratio of 1.5 its pictures have half the
+     * pixels that an icon of the same size can be painted from. Failures are those of getImage().
+     */
+    [[nodiscard]] QIcon getIcon(const QString &name, ImageManager::ImageType type);
+
     /** The folder of the picture files. Ends the process if initialize() was never called. */
     [[nodiscard]] const QString &getImageFolder() const;
 
@@ -87,6 +99,7 @@ private:
     {
         std::array<QString, stateCount> fileNames; // empty: this state cannot be loaded
         std::array<QPixmap, stateCount> pixmaps;
+        std::array<QPixmap, stateCount> sharpestPixmaps; // null where pixmaps are as sharp
         bool loaded = false;
     };
 
@@ -99,6 +112,7 @@ private:
     void lazyLoad(const QString &name);
     void prepareTempImage(const QString &name);
     void load(ImageFile &image) const;
+    std::pair<const ImageFile *, int> find(const QString &name, ImageType type);
 
     InitializeType m_type = PrepareAll;
     QString m_imageFolder;

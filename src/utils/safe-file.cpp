@@ -117,6 +117,35 @@ bool writeAll(int descriptor, const QByteArray &content)
     return true;
 }
 
+QString folderOf(const QString &path)
+{
+    const int slash = path.lastIndexOf(QLatin1Char('/'));
+    return QDir::cleanPath(slash < 0 ? QStringLiteral(".") : path.left(qMax(slash, 1)));
+}
+
+// Writes beside the file and renames, so that whoever has the old one open reads it to its end.
+bool replaceIn(const Descriptor &folder, const QString &path, const QByteArray &content,
+               mode_t permissions)
+{
+    const QByteArray name = QFile::encodeName(path.mid(path.lastIndexOf(QLatin1Char('/')) + 1));
+    if (!folder.isValid() || path.contains(QChar::Null) || name.isEmpty() || name == "."
+        || name == "..")
+        return false;
+
+    const QByteArray aside =
+        ".part-" + QByteArray::number(QRandomGenerator::global()->generate64(), 36);
+    Descriptor file(::openat(folder.get(), aside.constData(),
+                             O_WRONLY | O_CREAT | O_EXCL | O_NOFOLLOW | O_CLOEXEC, permissions));
+    if (!file.isValid())
+        return false;
+    const bool isWritten = writeAll(file.get(), content);
+    if (file.close() && isWritten
+        && ::renameat(folder.get(), aside.constData(), folder.get(), name.constData()) == 0)
+        return true;
+    ::unlinkat(folder.get(), aside.constData(), 0);
+    return false;
+}
+
 } // namespace
 
 bool openRegularFile(QFile &file, const QString &path)
@@ -158,28 +187,14 @@ bool makeOwnFolder(const QString &path)
     return isShared(cleanPath) && walkShared(cleanPath, make, closeToOthers).isValid();
 }
 
+bool replaceFile(const QString &path, const QByteArray &content)
+{
+    // As any program's new file: the umask takes away what others may not do.
+    return replaceIn(Descriptor(::open(QFile::encodeName(folderOf(path)).constData(), folderFlags)),
+                     path, content, 0666);
+}
+
 bool replaceOwnFile(const QString &path, const QByteArray &content)
 {
-    const int slash = path.lastIndexOf(QLatin1Char('/'));
-    const QByteArray name = QFile::encodeName(path.mid(slash + 1));
-    if (path.contains(QChar::Null) || name.isEmpty() || name == "." || name == "..")
-        return false;
-
-    const QString folderPath = slash < 0 ? QStringLiteral(".") : path.left(qMax(slash, 1));
-    const Descriptor folder = openOwnFolder(QDir::cleanPath(folderPath));
-    if (!folder.isValid())
-        return false;
-
-    const QByteArray aside =
-        ".part-" + QByteArray::number(QRandomGenerator::global()->generate64(), 36);
-    Descriptor file(::openat(folder.get(), aside.constData(),
-                             O_WRONLY | O_CREAT | O_EXCL | O_NOFOLLOW | O_CLOEXEC, 0600));
-    if (!file.isValid())
-        return false;
-    const bool isWritten = writeAll(file.get(), content);
-    if (file.close() && isWritten
-        && ::renameat(folder.get(), aside.constData(), folder.get(), name.constData()) == 0)
-        return true;
-    ::unlinkat(folder.get(), aside.constData(), 0);
-    return false;
+    return replaceIn(openOwnFolder(folderOf(path)), path, content, 0600);
 }

@@ -21,7 +21,11 @@
 
 // Puts @p content in place of the file @p path, in one step: nobody ever sees half of it.
 //
+// A link, pipe or device at @p path itself is replaced, not followed. False if nothing was written.
+bool replaceFile(const QString &path, const QByteArray &content);
+
+// As replaceFile(), for what came from strangers: no other user can read or move it.
+//
 // Writes only into a folder that belongs to this user. Below the temporary folder, which everybody
-// shares, the same holds for every folder on the way, and none of them may be a symbolic link. A
-// link, pipe or device at @p path itself is replaced, not followed. False if nothing was written.
+// shares, the same holds for every folder on the way, and none of them may be a symbolic link.
 bool replaceOwnFile(const QString &path, const QByteArray &content);

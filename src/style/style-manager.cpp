@@ -6,6 +6,7 @@
 #include <kovakit-qt/utils/util.h>
 
 #include <QFile>
+#include <QRegularExpression>
 #include <QVector>
 
 namespace {
@@ -39,6 +40,18 @@ QString headerKey(const QStringRef &line)
     return line.toString().remove(QLatin1Char('=')).remove(QLatin1Char(' '));
 }
 
+// @p folder as it may stand in a style text. Its name may hold what begins a comment or reads like
+// a length; written as escapes, which Qt undoes before it reads the text, these are left alone.
+QString folderInText(QString folder)
+{
+    static const QRegularExpression slashes(QStringLiteral("//+"));
+    static const QRegularExpression unit(QStringLiteral("(?<=[\\p{Nd}.])px"));
+    return folder.replace(slashes, QStringLiteral("/"))
+        .replace(QLatin1String("/*"), QLatin1String("/\\00002a"))
+        .replace(QLatin1String("*/"), QLatin1String("\\00002a/"))
+        .replace(unit, QStringLiteral("\\000070x"));
+}
+
 } // namespace
 
 StyleManager *StyleManager::getInstance()
@@ -61,8 +74,8 @@ void StyleManager::initialize(const std::vector<QString> &files)
 
     // The longer placeholder holds the shorter one.
     const ImageManager *images = ImageManager::getInstance();
-    text.replace(QLatin1String("TMPIMG_LOC"), images->getTempImageFolder());
-    text.replace(QLatin1String("IMG_LOC"), images->getImageFolder());
+    text.replace(QLatin1String("TMPIMG_LOC"), folderInText(images->getTempImageFolder()));
+    text.replace(QLatin1String("IMG_LOC"), folderInText(images->getImageFolder()));
 
     text = withoutComments(text, QLatin1String("/*"), QLatin1String("*/"));
     text = withoutComments(text, QLatin1String("//"), QLatin1String("\n"));

@@ -18,7 +18,8 @@
  * A header line begins and ends with "==" exactly; what follows up to the next header is the text
  * of its key. Everything from slash-star to star-slash, and from two slashes to the end of the
  * line, is a comment. "TMPIMG_LOC" and "IMG_LOC" stand for the two picture folders of
- * ImageManager. GUI thread only.
+ * ImageManager, written so that no slash of theirs begins a comment and no "16px" in a folder's
+ * name counts as a length. GUI thread only.
  */
 class KOVAKIT_EXPORT StyleManager
 {

@@ -11,8 +11,10 @@
  *
  * The library reads two of them, and both must be set before ImageManager::initialize():
  * "resource_path", the folder that holds images.json and the images folder, and "user_data_path",
- * the folder of this user under which generated pictures are written. Other keys are the host's
- * own. Use it from the GUI thread only.
+ * the folder of this user under which generated pictures are written. They may end in a slash. A
+ * folder whose name holds a double quote or a backslash cannot be named in a style sheet: its
+ * pictures load, but not the marks of check boxes, combo boxes and the like. Other keys are the
+ * host's own. Use it from the GUI thread only.
  */
 class KOVAKIT_EXPORT UIPathManager
 {

@@ -74,7 +74,7 @@ private Q_SLOTS:
 void StyleManagerTest::initTestCase()
 {
     UIPathManager::getInstance()->setPath("resource_path", scratchFolder());
-    UIPathManager::getInstance()->setPath("user_data_path", scratchFolder());
+    UIPathManager::getInstance()->setPath("user_data_path", scratchFolder() + "/16px//");
     ImageManager::getInstance()->initialize(ImageManager::LazyLoad);
 }
 
@@ -99,10 +99,12 @@ void StyleManagerTest::removesComments()
 
 void StyleManagerTest::scalesAndReplacesFolders()
 {
-    const ImageManager *images = ImageManager::getInstance();
+    // Neither the slashes at the end of the user's folder nor its name change the text around it.
+    QCOMPARE(ImageManager::getInstance()->getTempImageFolder(),
+             scratchFolder() + "/16px///tmp_images");
     QCOMPARE(load("== s ==\nwidth: 10px TMPIMG_LOC IMG_LOC img_loc", "s"),
-             "\nwidth: 10px " + images->getTempImageFolder() + ' ' + images->getImageFolder()
-                 + " img_loc");
+             "\nwidth: 10px " + scratchFolder() + "/16\\000070x/tmp_images " + scratchFolder()
+                 + "/images img_loc");
     QVERIFY(getStyleSheet("s", false).startsWith(QString("\nwidth: %1px ").arg(kovaPx(10))));
 }
 

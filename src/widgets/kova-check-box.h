@@ -17,4 +17,8 @@ class KOVAKIT_EXPORT KovaCheckBox : public QCheckBox
 public:
     /** A control that shows @p text; @p parent owns it. */
     explicit KovaCheckBox(const QString &text, QWidget *parent = nullptr);
+
+protected:
+    /** Draws the control, its indicator from all the pixels of the device. */
+    void paintEvent(QPaintEvent *event) override;
 };

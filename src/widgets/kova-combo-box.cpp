@@ -2,13 +2,31 @@
 
 #include "input-guards_p.h"
 
+#include <kovakit-qt/style/crisp-icons_p.h>
 #include <kovakit-qt/style/dpi-info.h>
 #include <kovakit-qt/style/style-manager.h>
 
 #include <QAbstractItemView>
+#include <QRegularExpression>
+#include <QStylePainter>
 #include <QStyledItemDelegate>
 
 namespace {
+
+// The places of the template take @p padding and @p border. What looks like one in the name of a
+// picture's folder is none.
+QString filled(QString style, const QString &padding, const QString &border)
+{
+    static const QRegularExpression url(QStringLiteral(R"(url\((?:"[^"]*"|[^)]*)\))"));
+    QStringList urls;
+    for (auto match = url.globalMatch(style); match.hasNext();)
+        urls.append(match.next().captured());
+    const QChar stand(QChar::ObjectReplacementCharacter);
+    QStringList parts = style.replace(url, stand).arg(padding).arg(border).split(stand);
+    for (int i = 0; i < urls.size(); ++i)
+        parts[i] += urls.at(i);
+    return parts.join(QString());
+}
 
 QString boxStyle()
 {
@@ -16,8 +34,8 @@ QString boxStyle()
     if (style.isEmpty())
         return style;
     const QString padding = QString::number(6 * DPIinfo::getInstance()->getDPI(), 'g', 6);
-    return style.arg(QStringLiteral("padding-left: %1px; \npadding-right: %1px;").arg(padding))
-        .arg(QStringLiteral("border: 1px solid #C8D2DC;"));
+    return filled(style, QStringLiteral("padding-left: %1px; \npadding-right: %1px;").arg(padding),
+                  QStringLiteral("border: 1px solid #C8D2DC;"));
 }
 
 } // namespace
@@ -29,4 +47,21 @@ KovaComboBox::KovaComboBox(QWidget *parent)
     passWheelWithoutFocus(this);
     // The delegate that a combo box brings along does not draw the items' style rules.
     view()->setItemDelegate(new QStyledItemDelegate(view()));
+}
+
+void KovaComboBox::paintEvent(QPaintEvent *)
+{
+    QStylePainter painter(this);
+    painter.setPen(palette().color(QPalette::Text));
+    QStyleOptionComboBox option;
+    initStyleOption(&option);
+    {
+        const CrispIcons crisp;
+        painter.drawComplexControl(QStyle::CC_ComboBox, option);
+    }
+    if (currentIndex() < 0 && !placeholderText().isEmpty()) {
+        option.palette.setBrush(QPalette::ButtonText, option.palette.placeholderText());
+        option.currentText = placeholderText();
+    }
+    painter.drawControl(QStyle::CE_ComboBoxLabel, option);
 }

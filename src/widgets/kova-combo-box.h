@@ -20,4 +20,8 @@ class KOVAKIT_EXPORT KovaComboBox : public QComboBox
 public:
     /** An empty box; @p parent owns it. */
     explicit KovaComboBox(QWidget *parent = nullptr);
+
+protected:
+    /** Draws the box, its arrow from all the pixels of the device. */
+    void paintEvent(QPaintEvent *event) override;
 };

@@ -1,6 +1,7 @@
 #include "kova-icon-button.h"
 
 #include <kovakit-qt/image-manager/image-manager.h>
+#include <kovakit-qt/style/crisp-icons_p.h>
 #include <kovakit-qt/style/dpi-info.h>
 #include <kovakit-qt/style/style-manager.h>
 
@@ -19,7 +20,7 @@ QString houseStyle()
 KovaIconButton::KovaIconButton(const QPixmap &pixmap)
 {
     setDefaultIcon(pixmap);
-    initialize(houseStyle());
+    initialize();
 }
 
 KovaIconButton::KovaIconButton(const QString &imageName)
@@ -31,10 +32,15 @@ KovaIconButton::KovaIconButton(const QString &imageName, const QString &style, Q
     : QToolButton(parent)
 {
     setAllIcon(imageName);
-    initialize(style);
+    applyLook(style);
 }
 
-void KovaIconButton::initialize(const QString &style)
+void KovaIconButton::initialize()
+{
+    applyLook(houseStyle());
+}
+
+void KovaIconButton::applyLook(const QString &style)
 {
     setToolButtonStyle(Qt::ToolButtonIconOnly);
     setSizePolicy(QSizePolicy::Fixed, QSizePolicy::Fixed);
@@ -69,10 +75,11 @@ void KovaIconButton::setDisableIcon(const QPixmap &pixmap)
 
 void KovaIconButton::setAllIcon(const QString &imageName)
 {
-    m_defaultIcon = QIcon(getGlobalImage(imageName, ImageManager::Default));
-    m_hoverIcon = QIcon(getGlobalImage(imageName, ImageManager::Hover));
-    m_pressIcon = QIcon(getGlobalImage(imageName, ImageManager::Click));
-    m_disableIcon = QIcon(getGlobalImage(imageName, ImageManager::Disable));
+    ImageManager *images = ImageManager::getInstance();
+    m_defaultIcon = images->getIcon(imageName, ImageManager::Default);
+    m_hoverIcon = images->getIcon(imageName, ImageManager::Hover);
+    m_pressIcon = images->getIcon(imageName, ImageManager::Click);
+    m_disableIcon = images->getIcon(imageName, ImageManager::Disable);
     setIconSizeFrom(getGlobalImage(imageName, ImageManager::Default));
     setIcon(m_defaultIcon);
 }
@@ -92,6 +99,12 @@ void KovaIconButton::showIcon(const QIcon &icon)
 void KovaIconButton::showRestingIcon()
 {
     showIcon(isEnabled() ? m_defaultIcon : m_disableIcon);
+}
+
+void KovaIconButton::paintEvent(QPaintEvent *event)
+{
+    const CrispIcons crisp;
+    QToolButton::paintEvent(event);
 }
 
 void KovaIconButton::enterEvent(QEvent *event)

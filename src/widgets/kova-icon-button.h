@@ -24,7 +24,8 @@ public:
     /**
      * A button without parent that shows the four pictures of @p imageName of the ImageManager.
      *
-     * A picture that is missing there leaves that state without an icon, with a warning.
+     * A state whose picture is missing there shows the default one, and a name that is not known
+     * shows nothing; either way with a warning for each state.
      */
     explicit KovaIconButton(const QString &imageName);
 
@@ -41,10 +42,24 @@ public:
     /** Shows @p pixmap while disabled; takes effect at the next change of the enabled state. */
     void setDisableIcon(const QPixmap &pixmap);
 
-    /** Takes the pictures of all four states from @p imageName of the ImageManager. */
+    /**
+     * Takes the pictures of all four states from @p imageName of the ImageManager.
+     *
+     * What is missing there shows as the constructor says.
+     */
     void setAllIcon(const QString &imageName);
 
+    /**
+     * Gives the button the look that the constructors give it: the icon alone, a fixed size, the
+     * style key "component.icon_button", and a menu that opens at the first press.
+     *
+     * Takes back what was set instead of these; icons stay.
+     */
+    void initialize();
+
 protected:
+    /** Draws the icon from all the pixels of the device. */
+    void paintEvent(QPaintEvent *event) override;
     /** Shows the hover picture if enabled. */
     void enterEvent(QEvent *event) override;
     /** Shows the default picture if enabled; a button with the keyboard focus stays as it is. */
@@ -64,7 +79,7 @@ private:
     // With a style of its own from the start: one set later is worked out on top of the first.
     KovaIconButton(const QString &imageName, const QString &style, QWidget *parent);
 
-    void initialize(const QString &style);
+    void applyLook(const QString &style);
     void showIcon(const QIcon &icon);
     void showRestingIcon();
     void setIconSizeFrom(const QPixmap &pixmap);

@@ -17,4 +17,8 @@ class KOVAKIT_EXPORT KovaRadioButton : public QRadioButton
 public:
     /** A control that shows @p text; @p parent owns it. */
     explicit KovaRadioButton(const QString &text, QWidget *parent = nullptr);
+
+protected:
+    /** Draws the control, its indicator from all the pixels of the device. */
+    void paintEvent(QPaintEvent *event) override;
 };

@@ -53,7 +53,9 @@ private Q_SLOTS:
     void focusedButtonKeepsTheHoverIcon();
     void iconFollowsTheEnabledState();
     void defaultIconReplacesTheOthers();
+    void iconSizeIsThatOfTheScreen();
     void namedImageGivesAllStates();
+    void initializeGivesTheHouseLook();
     void missingImagesGiveNoIcon();
 };
 
@@ -122,7 +124,7 @@ void KovaButtonTest::iconFollowsTheEnabledState()
     window.button.setEnabled(false);
     showActive(&window);
     QCOMPARE(window.color(), QColor(Qt::gray));
-    QCOMPARE(window.button.iconSize(), QSize(20, 20));
+    QCOMPARE(window.button.iconSize(), QSize(20, 20) / DPIinfo::getInstance()->getDPR());
     window.point(inside);
     QCOMPARE(window.color(), QColor(Qt::gray));
     // The state of an ancestor counts as much as its own.
@@ -139,21 +141,65 @@ void KovaButtonTest::defaultIconReplacesTheOthers()
     QCOMPARE(window.color(), QColor(Qt::red));
     window.button.setEnabled(false);
     QCOMPARE(window.color(), QColor(Qt::red));
-    QCOMPARE(window.button.iconSize(), QSize(30, 24));
+}
+
+void KovaButtonTest::iconSizeIsThatOfTheScreen()
+{
+    // Pictures have the pixels of the device; halves round away from zero.
+    const bool isSharp = qgetenv("QT_SCALE_FACTOR") == "2";
+    const QVector<std::pair<QSize, QSize>> sizes = {{{48, 32}, {24, 16}}, {{25, 27}, {13, 14}}};
+    for (const auto &[pixels, sharpSize] : sizes) {
+        KovaIconButton button(filled(Qt::red, pixels));
+        QVERIFY(button.iconSize() != sharpSize);
+        button.show();
+        QCOMPARE(button.iconSize(), isSharp ? sharpSize : pixels);
+    }
 }
 
 void KovaButtonTest::namedImageGivesAllStates()
 {
     const QString name = "bt_pagebar_next";
-    KovaIconButton button(name);
-    const auto shows = [&](ImageManager::ImageType type) {
-        const QPixmap expected = getGlobalImage(name, type);
-        return button.icon().pixmap(expected.size()).toImage() == expected.toImage();
+    ButtonWindow window;
+    window.button.setFocusPolicy(Qt::NoFocus);
+    window.button.setAllIcon(name);
+    const auto shown = [&window, &name]() {
+        const QSize size = getGlobalImage(name, ImageManager::Default).size();
+        return window.button.icon().pixmap(size).toImage();
     };
-    QVERIFY(shows(ImageManager::Default));
-    button.setEnabled(false);
-    QVERIFY(shows(ImageManager::Disable));
-    QVERIFY(!shows(ImageManager::Default));
+    const auto expected = [&name](ImageManager::ImageType type) {
+        QImage image = getGlobalImage(name, type).toImage();
+        image.setDevicePixelRatio(1); // as the icon without a window has it
+        return image;
+    };
+    showActive(&window);
+    window.point(outside);
+    QCOMPARE(shown(), expected(ImageManager::Default));
+    QCOMPARE(window.button.iconSize(), QSize(kovaPxRounded(16), kovaPxRounded(16)));
+    window.point(inside);
+    QCOMPARE(shown(), expected(ImageManager::Hover));
+    QTest::mousePress(window.windowHandle(), Qt::LeftButton, {}, inside);
+    QCOMPARE(shown(), expected(ImageManager::Click));
+    QTest::mouseRelease(window.windowHandle(), Qt::LeftButton, {}, inside);
+    window.setEnabled(false);
+    QCOMPARE(shown(), expected(ImageManager::Disable));
+}
+
+void KovaButtonTest::initializeGivesTheHouseLook()
+{
+    for (const bool again : {false, true}) {
+        KovaIconButton button(filled(Qt::red));
+        if (again) {
+            button.setToolButtonStyle(Qt::ToolButtonTextOnly);
+            button.setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Ignored);
+            button.setPopupMode(QToolButton::DelayedPopup);
+            button.setStyleSheet(QString());
+            button.initialize();
+        }
+        QCOMPARE(button.toolButtonStyle(), Qt::ToolButtonIconOnly);
+        QCOMPARE(button.sizePolicy(), QSizePolicy(QSizePolicy::Fixed, QSizePolicy::Fixed));
+        QCOMPARE(button.popupMode(), QToolButton::InstantPopup);
+        QCOMPARE(button.styleSheet(), getStyleSheet("component.icon_button", false));
+    }
 }
 
 void KovaButtonTest::missingImagesGiveNoIcon()

@@ -33,6 +33,11 @@ void KovaComboBoxTest::drawsItemsByStyle()
     KovaComboBox box;
     box.addItem("Every day");
     box.ensurePolished();
+    const QImage chosen = box.grab().toImage();
+    box.setCurrentIndex(-1);
+    const QImage empty = box.grab().toImage();
+    box.setPlaceholderText("Choose");
+    QVERIFY(chosen != empty && box.grab().toImage() != empty);
     // The padding of the items' rule, 26 design pixels high.
     QCOMPARE(box.view()->sizeHintForRow(0), kovaPx(26));
 }

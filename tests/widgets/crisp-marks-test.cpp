@@ -1,0 +1,120 @@
+#include <kovakit-qt/kovakit-qt.h>
+
+#include "support/test-host.h"
+
+#include <QtTest>
+#include <QtWidgets>
+
+namespace {
+
+// Art whose stripes have the width of half a pixel: a picture that was worked out for whole pixels
+// shows a mixture of the two colours.
+QByteArray stripesFile()
+{
+    QImage image(64, 64, QImage::Format_RGB32);
+    for (int y = 0; y < image.height(); ++y) {
+        for (int x = 0; x < image.width(); ++x)
+            image.setPixelColor(x, y, x / 2 % 2 ? Qt::blue : Qt::red);
+    }
+    QBuffer buffer;
+    buffer.open(QIODevice::WriteOnly);
+    image.save(&buffer, "PNG");
+    return buffer.data();
+}
+
+// How far the stripes of a picture of 16 by 16 pixels around @p center differ; -1 for no stripes.
+int contrast(QWidget &widget, const QPoint &center)
+{
+    const QImage all = widget.grab().toImage();
+    const double ratio = all.devicePixelRatio();
+    QVector<int> reds;
+    for (int x = int((center.x() - 6) * ratio); x < int((center.x() + 6) * ratio); ++x) {
+        const QColor color = all.pixelColor(x, int(center.y() * ratio));
+        if (color.green() > 60)
+            return -1;
+        reds.append(color.red());
+    }
+    const auto [least, most] = std::minmax_element(reds.cbegin(), reds.cend());
+    return *most - *least;
+}
+
+} // namespace
+
+class CrispMarksTest : public QObject
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void initTestCase();
+    void marksAndIconsUseAllDevicePixels();
+    void hostsIconsStayAsTheyWere();
+};
+
+// All of it in a folder whose name holds what style texts could take for something else.
+void CrispMarksTest::initTestCase()
+{
+    UIPathManager *paths = UIPathManager::getInstance();
+    paths->setPath("resource_path", scratchFolder());
+    paths->setPath("user_data_path", scratchFolder() + "/*a* %1 (16px) 2.5px *//");
+    writeScratchFile("images/stripes.png", stripesFile());
+    for (const char *state : {"_hover", "_click", "_disable"})
+        writeScratchFile(QString("images/stripes%1.png").arg(state), stripesFile());
+    writeScratchFile("images.json", R"({"images": ["stripes"], "tmp_images": ["stripes"]})");
+    ImageManager::getInstance()->initialize(ImageManager::LazyLoad);
+
+    const char *const rule = " { image: url(\"TMPIMG_LOC/tmp_stripes.png\");"
+                             " width: 16px; height: 16px; border: 0px; }\n";
+    QByteArray style = "== component.icon_button ==\n/* plain */ QToolButton { border: 0px; }\n"
+                       "== component.scrollbar ==\n"
+                       "== component.checkbox ==\nQCheckBox::indicator";
+    style.append(rule).append("== component.radio_button ==\nQRadioButton::indicator").append(rule);
+    style.append("== component.combobox ==\nQComboBox { %1 %2 } QComboBox::drop-down { width: 20px;"
+                 " border: 0px; }\nQComboBox::down-arrow");
+    style.append(rule);
+    StyleManager::getInstance()->initialize({writeScratchFile("marks.qss", style)});
+}
+
+void CrispMarksTest::marksAndIconsUseAllDevicePixels()
+{
+    const double ratio = qGuiApp->devicePixelRatio();
+    QCOMPARE(ratio, qMax(1.0, qEnvironmentVariable("QT_SCALE_FACTOR").toDouble()));
+    KovaCheckBox check(QString(), nullptr);
+    KovaRadioButton radio(QString(), nullptr);
+    KovaComboBox combo;
+    KovaIconButton icon(QString("stripes"));
+    check.resize(16, 16);
+    radio.resize(16, 16);
+    combo.resize(60, 30);
+    icon.resize(24, 24);
+    const QVector<std::pair<QWidget *, QPoint>> places = {
+        {&check, {8, 8}}, {&radio, {8, 8}}, {&combo, {49, 15}}, {&icon, {12, 12}}};
+    // Two device pixels for each pair of stripes show both colours, one and a half still differ.
+    const int least = ratio >= 2 ? 240 : ratio > 1 ? 60 : 0;
+    for (const auto &[widget, center] : places) {
+        widget->ensurePolished();
+        const int actual = contrast(*widget, center);
+        QVERIFY2(actual >= least,
+                 qPrintable(QString("%1: %2").arg(widget->metaObject()->className()).arg(actual)));
+    }
+}
+
+void CrispMarksTest::hostsIconsStayAsTheyWere()
+{
+    QPixmap stripes;
+    stripes.loadFromData(stripesFile());
+    const QPixmap half = stripes.copy(0, 0, 32, 32).scaled(32, 32);
+    KovaCheckBox check(QString(), nullptr);
+    QPushButton button;
+    for (QAbstractButton *host :
+         {static_cast<QAbstractButton *>(&check), static_cast<QAbstractButton *>(&button)}) {
+        host->setIcon(QIcon(half));
+        host->setIconSize({16, 16});
+        host->resize(60, 30);
+    }
+    QVERIFY(contrast(check, {8, 15}) >= 0);
+    QVERIFY(!QCoreApplication::testAttribute(Qt::AA_UseHighDpiPixmaps));
+    QCOMPARE(contrast(button, {30, 15}), contrast(check, {30, 15}));
+}
+
+QTEST_MAIN(CrispMarksTest)
+#include "crisp-marks-test.moc"

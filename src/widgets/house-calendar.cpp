@@ -173,20 +173,19 @@ void HouseCalendar::paintCell(QPainter *painter, const QRect &rect, const QDate 
         painter->fillRect(rect, m_grid->palette().brush(QPalette::Base));
     paintShape(painter, shape, date);
 
-    const QColor ink = inkOf(date);
     QFont font = m_grid ? m_grid->font() : this->font();
     font.setStrikeOut(!isInRange(date));
     QRect number = rect;
     if (date == QDate::currentDate()) {
         const double dot = 4 * scale;
         painter->setPen(Qt::NoPen);
-        painter->setBrush(ink);
+        painter->setBrush(inkOf(date, false));
         painter->drawEllipse(
             QRectF(shape.center().x() - dot / 2, shape.bottom() - 1.5 * dot, dot, dot));
         number.translate(0, -kovaPx(2));
     }
     painter->setFont(font);
-    painter->setPen(ink);
+    painter->setPen(inkOf(date, date == m_underPointer));
     painter->drawText(number, Qt::AlignCenter, locale().toString(date.day()));
     painter->restore();
 }
@@ -216,7 +215,7 @@ void HouseCalendar::paintShape(QPainter *painter, const QRectF &shape, const QDa
                              radius - inset);
 }
 
-QColor HouseCalendar::inkOf(const QDate &date) const
+QColor HouseCalendar::inkOf(const QDate &date, bool onTint) const
 {
     const QPalette &colors = m_grid ? m_grid->palette() : palette();
     const QColor off = colors.color(QPalette::Disabled, QPalette::Text);
@@ -224,10 +223,12 @@ QColor HouseCalendar::inkOf(const QDate &date) const
         return off;
     if (date == m_chosen)
         return colors.color(QPalette::HighlightedText);
+    // On the tint under the pointer weaker colors would be hard to read.
+    if (onTint)
+        return colors.color(QPalette::Text);
     if (date == QDate::currentDate())
         return m_todayColor.isValid() ? m_todayColor : colors.color(QPalette::Link);
-    // On the tint under the pointer a weaker one would be hard to read.
-    if (date.month() != monthShown() && date != m_underPointer)
+    if (date.month() != monthShown())
         return m_otherMonthColor.isValid() ? m_otherMonthColor : off;
     return colors.color(QPalette::Text);
 }

@@ -52,7 +52,7 @@ private:
     void updateDays();
     [[nodiscard]] bool isOnDays(const QPoint &globalPosition) const;
     [[nodiscard]] QDate dayAt(const QModelIndex &index) const;
-    [[nodiscard]] QColor inkOf(const QDate &date) const;
+    [[nodiscard]] QColor inkOf(const QDate &date, bool onTint) const;
     void paintShape(QPainter *painter, const QRectF &shape, const QDate &date) const;
 
     QPointer<QTableView> m_grid;

@@ -56,6 +56,7 @@ private Q_SLOTS:
     void beginsRepeatedDownloadsAnew();
     void stopsWithTheBrowser();
     void showsFilesOfSearchPathsOnly();
+    void showsPicturesWithinLimits();
     void followsLinksInsideSearchPaths();
     void leavesForeignPictureFolder_data();
     void leavesForeignPictureFolder();
@@ -320,6 +321,10 @@ void HtmlTextBrowserTest::showsFilesOfSearchPathsOnly()
                      QByteArray::fromHex("0000010001000b0d00000100200000ffff0016000000") + picture);
     writeScratchFile("pages/empty.png", "");
     writeScratchFile("pages/half.png", picture.left(40));
+    QImage image(11, 13, QImage::Format_Mono);
+    const QStringList formats = {"a.jpg", "a.bmp", "a.xpm", "a.xbm", "a.ppm"};
+    for (const QString &name : formats)
+        QVERIFY(image.save(pages + '/' + name));
     QFile::link(outside, pages + "/link.png");
     QFile::link(pages + "/in.png", pages + "/good-link.png");
     QFile::link(scratchFolder(), pages + "/folder-link");
@@ -351,12 +356,12 @@ void HtmlTextBrowserTest::showsFilesOfSearchPathsOnly()
                                  "half.png",
                                  QString()};
     m_browser->setSearchPaths({pages});
-    for (const QString &source : shown + refused) {
+    for (const QString &source : formats + shown + refused) {
         m_browser->setText(QString("<html><head><link rel=\"stylesheet\" type=\"text/css\" "
                                    "href=\"%1\"></head><p><img src=\"%1\"></p>")
                                .arg(source));
         m_browser->grab();
-        QVERIFY2(shownSize(source) == (shown.contains(source) ? QSize(11, 13) : m_placeholder),
+        QVERIFY2(shownSize(source) == (refused.contains(source) ? m_placeholder : QSize(11, 13)),
                  qPrintable(source));
     }
 
@@ -368,6 +373,41 @@ void HtmlTextBrowserTest::showsFilesOfSearchPathsOnly()
     QTest::qWait(60);
     QCOMPARE(shownSize("in.png"), m_placeholder);
     QVERIFY(QDir(pictureFolder()).isEmpty());
+}
+
+void HtmlTextBrowserTest::showsPicturesWithinLimits()
+{
+    const QString folder = scratchFolder() + "/large/";
+    QVERIFY(QDir().mkpath(folder));
+    const auto save = [&folder](const QString &name, const QSize &size, qint64 bytes = 0) {
+        QImage image(size, QImage::Format_Mono);
+        image.fill(0);
+        QVERIFY(image.save(folder + name));
+        QVERIFY(bytes == 0 || QFile::resize(folder + name, bytes));
+    };
+    const QSize largest(4096, HtmlTextBrowser::maxPicturePixels / 4096);
+    save("beyond.png", largest + QSize(0, 1));
+    save("file.png", {20, 20}, ImageDownloader::maxBytes);
+    save("file-beyond.png", {20, 20}, ImageDownloader::maxBytes + 1);
+    save("last.png", {20, 20});
+    m_browser->setSearchPaths({folder, themeFolder() + "/images"});
+    m_browser->setText("<p>");
+    QCOMPARE(shownSize("processing.gif"), QImage(themeFolder() + "/images/processing.gif").size());
+    QCOMPARE(shownSize("file.png"), QSize(20, 20));
+    for (const char *name : {"beyond.png", "file-beyond.png"})
+        QCOMPARE(shownSize(name), m_placeholder);
+
+    // What is read again takes no more of the page's share.
+    m_browser->setText("<p>");
+    const int count = int(HtmlTextBrowser::maxPagePixels / HtmlTextBrowser::maxPicturePixels);
+    for (int i = 0; i < 2 * count; ++i) {
+        const QString name = QString("%1.png").arg(i % count);
+        save(name, largest);
+        QCOMPARE(shownSize(name), largest);
+    }
+    QCOMPARE(shownSize("last.png"), m_placeholder);
+    m_browser->setText("<p>");
+    QCOMPARE(shownSize("last.png"), QSize(20, 20));
 }
 
 void HtmlTextBrowserTest::followsLinksInsideSearchPaths()

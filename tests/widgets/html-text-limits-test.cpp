@@ -30,8 +30,9 @@ class HtmlTextLimitsTest : public QObject
 
 private Q_SLOTS:
     void initTestCase();
-    void showsExcessPlain_data();
-    void showsExcessPlain();
+    void limitsAreExact_data();
+    void limitsAreExact();
+    void knowsTheElements();
     void laysOutOrdinaryText_data();
     void laysOutOrdinaryText();
     void cutsAndBreaksPlainText();
@@ -41,6 +42,7 @@ private Q_SLOTS:
 private:
     // Milliseconds until all of the text has been laid out and its first page painted.
     qint64 show(const QString &text);
+    bool showsPlain(const QString &text);
 
     HtmlTextBrowser m_browser{nullptr};
 };
@@ -62,33 +64,85 @@ qint64 HtmlTextLimitsTest::show(const QString &text)
     return timer.elapsed();
 }
 
-void HtmlTextLimitsTest::showsExcessPlain_data()
+bool HtmlTextLimitsTest::showsPlain(const QString &text)
 {
-    QTest::addColumn<QString>("text");
-    const auto row = [](const char *name, const QString &text) { QTest::newRow(name) << text; };
-    row("tables", times(1000, "<table><tr><td>x") + times(1000, "</td></tr></table>"));
-    row("eleven tables", times(11, "<TABLE border=1><tr><td>x"));
-    row("long word", "<p>" + times(1000000, "a") + "</p>");
-    row("long word in pieces", "<p>" + times(50000, "<b>a</b>"));
-    for (const char *tag :
-         {"<b>", "<div>", "<ul><li>", "<li><p>", "<h1>", "<unknown>", "<title>", "<option>",
-          "< b a=\"</b>\">", "<b a='</b>'>", "<b></i>", "<b a=c\"><b d=\">"})
-        row(tag, times(100000, tag) + "text");
-    row("columns", "<table><tr>" + times(1000, "<td COLSPAN='20480'>x</td>"));
-    row("pictures in a row", "<p>" + times(20000, "<img src=\"a\">"));
-    row("list items", "<ul>" + times(30000, "<li>item</li>"));
-    row("style rules", "<style>" + times(5000, ".a b { color: red }") + "</style>"
-                           + times(20000, "<p class=a>x</p>"));
-    row("imports",
-        "<style>" + times(50, "@import url(a);") + "</style>" + times(20000, "<p>x</p>"));
-    row("too long", times(400000, "<p>word</p> "));
+    m_browser.setText(text);
+    return m_browser.toPlainText().contains('<');
 }
 
-void HtmlTextLimitsTest::showsExcessPlain()
+void HtmlTextLimitsTest::limitsAreExact_data()
 {
-    QFETCH(QString, text);
-    QVERIFY(show(text) < patience);
-    QVERIFY2(m_browser.toPlainText().contains('<'), "the tags do not show");
+    using Browser = HtmlTextBrowser;
+    QTest::addColumn<QString>("within");
+    QTest::addColumn<QString>("beyond");
+    const auto row = [](const char *name, const QString &within, const QString &beyond) {
+        QTest::newRow(name) << within << beyond;
+    };
+    const auto repeated = [&row](const char *text, int count, const char *before = "") {
+        row(text, before + times(count, text), before + times(count + 1, text));
+    };
+    const int wordLength = Browser::maxWordLength;
+    repeated("<b>", Browser::maxOpenElements);
+    repeated("< b a=\"</b>\">", Browser::maxOpenElements);
+    repeated("<b a='\\'</b>'></i>", Browser::maxOpenElements);
+    repeated("<unknown>", Browser::maxOpenElements, "<br>");
+    repeated("<ul><li>", Browser::maxOpenElements / 2);
+    repeated("<TABLE border=1>", Browser::maxOpenTables);
+    repeated("<li>", Browser::maxListItems, "<ul>");
+    repeated("<td COLSPAN='2'>", Browser::maxSpannedColumns / 2, "<table><tr><td colspan=1>");
+    repeated("a", wordLength, "<p>");
+    repeated("<i>a</i>", wordLength, "<p>");
+    repeated("<img>", wordLength / 4, "<p>");
+    repeated("a ", (Browser::maxTextLength - 3) / 2, "<p>a");
+    // Rules times elements, the element that holds the rules among them.
+    const int elements = 1250;
+    const int rules = int(Browser::maxStyleSteps / elements);
+    repeated("<br>", elements - 1, qPrintable("<style>" + times(rules, "{} ") + "</style>"));
+    repeated("<hr>", elements - 1, "<style>@@@@@</style>@@@@@");
+    repeated("<col>", elements - 5, "<link><link><link><link><link>");
+}
+
+void HtmlTextLimitsTest::limitsAreExact()
+{
+    QFETCH(QString, within);
+    QFETCH(QString, beyond);
+    QElapsedTimer timer;
+    timer.start();
+    QVERIFY2(!showsPlain(within), "the tags show");
+    QVERIFY2(showsPlain(beyond), "the tags do not show");
+    QVERIFY(timer.elapsed() < patience);
+}
+
+void HtmlTextLimitsTest::knowsTheElements()
+{
+    const QString word = times(HtmlTextBrowser::maxWordLength, "a");
+    const QString deep = times(HtmlTextBrowser::maxOpenElements - 1, "<b>");
+    const auto list = [](const char *names) { return QString(names).split(' '); };
+    for (const QString &name : list("address blockquote body br center dd div dl dt h1 h2 h3 h4 h5 "
+                                    "h6 hr li ol p pre table tbody td tfoot th thead tr ul")) {
+        QVERIFY2(!showsPlain("<b>" + word + '<' + name + '>' + word), qPrintable(name));
+        QVERIFY2(!showsPlain("<b>" + word + "</" + name + '>' + word), qPrintable(name));
+    }
+    for (const QString &name : list("area base br col frame hr img input link meta param i/"))
+        QVERIFY2(!showsPlain(deep + '<' + name + "><" + name + '>'), qPrintable(name));
+
+    const QPair<const char *, const char *> endedBy[] = {
+        {"p", "p"},
+        {"li", "li"},
+        {"dd", "dd dt"},
+        {"dt", "dd dt"},
+        {"td", "td th p"},
+        {"th", "td th p"},
+        {"tr", "tr td th p"},
+        {"tbody", "thead tbody tfoot tr td th p"},
+        {"thead", "thead tbody tfoot tr td th p"},
+        {"tfoot", "thead tbody tfoot tr td th p"},
+    };
+    for (const auto &[opened, ended] : endedBy) {
+        for (const QString &open : list(ended))
+            QVERIFY2(!showsPlain(deep + '<' + open + "><" + opened + '>'), qPrintable(open));
+        QVERIFY2(showsPlain(deep + "<i><" + opened + '>'), opened);
+    }
 }
 
 void HtmlTextLimitsTest::laysOutOrdinaryText_data()

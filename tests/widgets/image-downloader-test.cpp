@@ -11,6 +11,9 @@
 
 namespace {
 
+// Each byte is a chunk of its own; what takes the square of their number takes minutes.
+constexpr int pieces = 200000;
+
 QByteArray contentOf(const QString &path)
 {
     QFile file(path);
@@ -66,6 +69,9 @@ void ImageDownloaderTest::initTestCase()
         });
     };
     sends("/short", "HTTP/1.1 200 OK\r\nContent-Length: 1000\r\n\r\nonly this");
+    sends("/packed", "HTTP/1.1 200 OK\r\nContent-Encoding: gzip\r\n\r\n" + HttpServer::packed());
+    sends("/pieces", "HTTP/1.1 200 OK\r\nTransfer-Encoding: chunked\r\n\r\n"
+                         + QByteArray("1\r\n \r\n").repeated(pieces) + "0\r\n\r\n");
     sends("/nothing", "");
     sends("/garbage", "220 this is not a web server\r\n");
     m_server.handle("/reset", [](QTcpSocket *socket) {
@@ -115,6 +121,10 @@ void ImageDownloaderTest::writesWhatArrives()
     QCOMPARE(contentOf(file), QByteArray("new bytes"));
     QCOMPARE(download(inFolder("../" + QFileInfo(m_folder).fileName() + "/a b-ä.png"), "other"), 0);
     QCOMPARE(contentOf(file), QByteArray("other"));
+    QCOMPARE(download(file, "packed"), 0);
+    QCOMPARE(contentOf(file), HttpServer::packed());
+    QCOMPARE(download(file, "pieces"), 0);
+    QCOMPARE(contentOf(file), QByteArray(pieces, ' '));
     QCOMPARE(entries(), QStringList("a b-ä.png"));
 }
 

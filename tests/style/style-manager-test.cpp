@@ -137,10 +137,11 @@ void StyleManagerTest::survivesUnreadableFiles()
     QCOMPARE(mkfifo(pipe.toLocal8Bit().constData(), 0600), 0);
     WarningCatcher warnings;
     const QString last = writeScratchFile("last.qss", QByteArray("== l ==\nyes\0no", 15));
-    StyleManager::getInstance()->initialize({pipe, scratchFolder(), last});
+    const QString nul = writeScratchFile("nul.qss", QByteArray("\0no", 3));
+    StyleManager::getInstance()->initialize({pipe, scratchFolder(), nul, last});
     QCOMPARE(warnings.take(), QStringList());
     // Each file adds a line feed, whatever could be read of it.
-    QCOMPARE(getStyleSheet("l", true), "\n\n\nyes");
+    QCOMPARE(getStyleSheet("l", true), "\n\n\n\nyes");
 }
 
 void StyleManagerTest::equalsTheDefinition()

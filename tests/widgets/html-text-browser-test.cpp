@@ -52,6 +52,7 @@ private Q_SLOTS:
     void limitsDownloadsAndKeepsTheirOrder();
     void keepsConnections_data();
     void keepsConnections();
+    void silentDownloadsGiveWay();
     void showsTheNewTextFirst();
     void beginsRepeatedDownloadsAnew();
     void stopsWithTheBrowser();
@@ -257,6 +258,22 @@ void HtmlTextBrowserTest::keepsConnections()
     QVERIFY2(qAbs(accepted - connections) <= connections / 5,
              qPrintable(QString::number(accepted)));
     QCOMPARE(cookies, QByteArray());
+}
+
+void HtmlTextBrowserTest::silentDownloadsGiveWay()
+{
+    constexpr int most = HtmlTextBrowser::maxDownloads;
+    m_server->hold();
+    QSignalSpy abandoned(m_server.get(), &HttpServer::abandoned);
+    m_browser->setText(base() + pictures(0, most + 1));
+    QTRY_COMPARE(m_server->requests().size(), most);
+    QElapsedTimer timer;
+    timer.start();
+    QVERIFY(abandoned.wait(20000));
+    QVERIFY(timer.elapsed() > 9000 && timer.elapsed() < 15000);
+    QTRY_COMPARE(m_server->requests().size(), most + 1);
+    QTest::qWait(1500);
+    QVERIFY2(m_server->openRequests() > 0, "nobody waits any more");
 }
 
 void HtmlTextBrowserTest::showsTheNewTextFirst()

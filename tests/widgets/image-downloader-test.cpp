@@ -3,6 +3,7 @@
 
 #include <kovakit-qt/widgets/image-downloader.h>
 
+#include <QPointer>
 #include <QTcpSocket>
 #include <QtTest>
 
@@ -42,6 +43,7 @@ private Q_SLOTS:
     void followsNoLink();
     void writesToOwnFoldersOnly();
     void boundsWhatItReads();
+    void tellsItsTimes();
     void saysNothingAfterStop();
 
 private:
@@ -201,6 +203,22 @@ void ImageDownloaderTest::boundsWhatItReads()
         QVERIFY(peakMemory() - before < 4 * ImageDownloader::maxBytes);
 #endif
     }
+}
+
+void ImageDownloaderTest::tellsItsTimes()
+{
+    QPointer<QTcpSocket> socket;
+    m_server.handle("/slow", [&socket](QTcpSocket *client) { socket = client; });
+    ImageDownloader job(inFolder("a.png"), m_server.base() + "slow", nullptr);
+    QTest::qWait(20);
+    QCOMPARE(job.runningTime() + job.idleTime(), 0);
+    job.start();
+    QTRY_VERIFY(socket && job.idleTime() >= 500);
+    socket->write("HTTP/1.1 200 OK\r\n\r\n");
+    QTRY_VERIFY(job.idleTime() < 250);
+    QVERIFY(job.runningTime() >= 500);
+    socket->disconnectFromHost();
+    QTRY_VERIFY(job.isFinished());
 }
 
 void ImageDownloaderTest::saysNothingAfterStop()

@@ -1,14 +1,16 @@
 #include "kova-combo-box.h"
 
 #include "input-guards_p.h"
+#include "placeholder-color_p.h"
 
-#include <kovakit-qt/style/crisp-icons_p.h>
 #include <kovakit-qt/style/dpi-info.h>
 #include <kovakit-qt/style/style-manager.h>
 
 #include <QAbstractItemView>
+#include <QChildEvent>
+#include <QLineEdit>
 #include <QRegularExpression>
-#include <QStylePainter>
+#include <QStyleOptionComboBox>
 #include <QStyledItemDelegate>
 
 namespace {
@@ -45,23 +47,23 @@ KovaComboBox::KovaComboBox(QWidget *parent)
 {
     setStyleSheet(boxStyle() + getStyleSheet("component.scrollbar", false));
     passWheelWithoutFocus(this);
+    setPlaceholderApart(this);
     // The delegate that a combo box brings along does not draw the items' style rules.
     view()->setItemDelegate(new QStyledItemDelegate(view()));
 }
 
 void KovaComboBox::paintEvent(QPaintEvent *)
 {
-    QStylePainter painter(this);
-    painter.setPen(palette().color(QPalette::Text));
     QStyleOptionComboBox option;
     initStyleOption(&option);
-    {
-        const CrispIcons crisp;
-        painter.drawComplexControl(QStyle::CC_ComboBox, option);
-    }
-    if (currentIndex() < 0 && !placeholderText().isEmpty()) {
-        option.palette.setBrush(QPalette::ButtonText, option.palette.placeholderText());
-        option.currentText = placeholderText();
-    }
-    painter.drawControl(QStyle::CE_ComboBoxLabel, option);
+    const bool isEmpty = currentIndex() < 0 && !isEditable();
+    paintComboBox(this, option, isEmpty ? placeholderText() : QString());
+}
+
+void KovaComboBox::childEvent(QChildEvent *event)
+{
+    auto *edit = qobject_cast<QLineEdit *>(event->child());
+    if (edit && event->polished())
+        setPlaceholderApart(edit);
+    QComboBox::childEvent(event);
 }

@@ -22,6 +22,9 @@ public:
     explicit KovaComboBox(QWidget *parent = nullptr);
 
 protected:
-    /** Draws the box, its arrow from all the pixels of the device. */
+    /** Draws the box, its arrow from all the pixels of the device, its placeholder weaker than an
+     *  entry. */
     void paintEvent(QPaintEvent *event) override;
+    /** Sees to the placeholder of the field that makes a box editable. */
+    void childEvent(QChildEvent *event) override;
 };

@@ -2,6 +2,7 @@
 
 #include "event-filters.h"
 #include "input-guards_p.h"
+#include "placeholder-color_p.h"
 
 #include <kovakit-qt/style/dpi-info.h>
 #include <kovakit-qt/style/style-manager.h>
@@ -43,6 +44,7 @@ KovaDateSelector::KovaDateSelector(QString placeholder, QWidget *parent)
 {
     setView(m_calendarView);
     passWheelWithoutFocus(this);
+    setPlaceholderApart(this);
     auto *releases = new MouseReleaseFilter(m_calendarView);
     m_calendarView->installEventFilter(releases);
     m_calendarView->viewport()->installEventFilter(releases);
@@ -170,6 +172,13 @@ QRect KovaDateSelector::popupGeometry(const QSize &size) const
     popup.moveTo(fit(popup.left(), size.width(), area.left(), area.right()),
                  fit(popup.top(), size.height(), area.top(), area.bottom()));
     return popup;
+}
+
+void KovaDateSelector::paintEvent(QPaintEvent *)
+{
+    QStyleOptionComboBox option;
+    initStyleOption(&option);
+    paintComboBox(this, option, currentData().toDate().isValid() ? QString() : currentText());
 }
 
 bool KovaDateSelector::eventFilter(QObject *watched, QEvent *event)

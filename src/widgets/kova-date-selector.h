@@ -63,6 +63,10 @@ protected:
      */
     bool eventFilter(QObject *watched, QEvent *event) override;
 
+    /** Draws the box, its picture from all the pixels of the device, the placeholder weaker than a
+     *  date. */
+    void paintEvent(QPaintEvent *event) override;
+
 private:
     void addPlaceholder();
     void showState();

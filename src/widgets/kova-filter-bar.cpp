@@ -1,6 +1,7 @@
 #include "kova-filter-bar.h"
 
 #include "input-guards_p.h"
+#include "placeholder-color_p.h"
 
 #include <kovakit-qt/style/dpi-info.h>
 #include <kovakit-qt/style/style-manager.h>
@@ -13,6 +14,7 @@ KovaFilterBar::KovaFilterBar(QWidget *parent)
     : QLineEdit(parent)
 {
     setAttribute(Qt::WA_MacShowFocusRect, false);
+    setPlaceholderApart(this);
     // First, so that the button is not told of it later.
     setStyleSheet(getStyleSheet("component.lineedit", false)
                   + getStyleSheet("component.filter_bar_padding", false));

@@ -2,6 +2,7 @@
 
 #include "message-label.h"
 #include "named-accessible_p.h"
+#include "placeholder-color_p.h"
 #include "sheet-buttons_p.h"
 #include "sheet-modality_p.h"
 
@@ -50,6 +51,7 @@ void KovaInputSheetPrivate::initialize()
     dressOkButton(buttonBox, componentString("ok"));
     dressSecondButton(buttonBox, componentString("cancel"));
     lineEdit->setFixedHeight(kovaPx(28));
+    setPlaceholderApart(lineEdit);
     lineEdit->setStyleSheet(getStyleSheet("component.lineedit", false));
     setupLayout();
 }

@@ -1,6 +1,7 @@
 #include "kova-line-edit.h"
 
 #include "named-accessible_p.h"
+#include "placeholder-color_p.h"
 
 #include <kovakit-qt/style/dpi-info.h>
 #include <kovakit-qt/style/style-manager.h>
@@ -83,6 +84,7 @@ KovaLineEdit::KovaLineEdit(QWidget *parent)
 
     const QString labelStyle = getStyleSheet("component.lineedit_label", false);
     m_preLabel->setStyleSheet(labelStyle);
+    setPlaceholderApart(m_lineEdit);
     m_lineEdit->setStyleSheet(getStyleSheet("component.lineedit", false));
     m_postLabel->setStyleSheet(labelStyle);
 

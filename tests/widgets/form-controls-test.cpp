@@ -14,6 +14,18 @@ int scaled(int designPixels)
     return designPixels * qEnvironmentVariableIntValue("QT_FONT_DPI") / 96;
 }
 
+// The darkness of the darkest pixel away from the frame, of 255.
+int darkest(QWidget *widget)
+{
+    const QImage image = widget->grab().toImage();
+    int least = 255;
+    for (int y = 6; y < image.height() - 6; ++y) {
+        for (int x = 6; x < image.width() / 2; ++x)
+            least = qMin(least, qGray(image.pixel(x, y)));
+    }
+    return 255 - least;
+}
+
 int rightOf(const QWidget *widget)
 {
     return widget->geometry().right() + 1;
@@ -34,6 +46,7 @@ private Q_SLOTS:
     void errorIsTold();
     void labelsLeadIntoTheField_data();
     void labelsLeadIntoTheField();
+    void placeholdersAreWeakerThanText();
     void labelGrowsAndShrinksWithItsText();
     void labelKeepsItsMinimumHeight();
     void footbarKeepsItsGroupsApart();
@@ -169,6 +182,58 @@ void FormControlsTest::labelsLeadIntoTheField()
     QCOMPARE(spoken(edit.getLineEdit()), "Its own");
     edit.setFocus();
     QCOMPARE(window.focusWidget(), edit.getLineEdit());
+}
+
+void FormControlsTest::placeholdersAreWeakerThanText()
+{
+    const QString words = "MMMM";
+    KovaLineEdit edit;
+    KovaInputSheet sheet(nullptr);
+    KovaComboBox box;
+    KovaComboBox editable;
+    KovaFilterBar bar;
+    KovaDateSelector date("MMMM-MM-MM", nullptr);
+    edit.getLineEdit()->setPlaceholderText(words);
+    sheet.getLineEdit()->setPlaceholderText(words);
+    editable.setEditable(true);
+    editable.lineEdit()->setPlaceholderText(words);
+    box.setPlaceholderText(words);
+    box.addItem(words);
+    box.setCurrentIndex(-1);
+    bar.setPlaceholderText(words);
+    // Its picture is as dark as text.
+    bar.findChild<KovaIconButton *>()->setFixedWidth(1);
+
+    const QPair<QWidget *, std::function<void()>> fields[] = {
+        {edit.getLineEdit(), [&] { edit.getLineEdit()->setText(words); }},
+        {sheet.getLineEdit(), [&] { sheet.getLineEdit()->setText(words); }},
+        {&bar, [&] { bar.setText(words); }},
+        {&editable, [&] { editable.setEditText(words); }},
+        {&box, [&] { box.setCurrentIndex(0); }},
+        {&date, [&] { date.dateSelect(QDate(2024, 8, 26)); }},
+    };
+    for (const auto &[field, type] : fields) {
+        field->resize(scaled(160), scaled(32));
+        QCoreApplication::processEvents();
+        const int hint = darkest(field);
+        field->setStyleSheet(field->styleSheet() + ' ');
+        QCOMPARE(darkest(field), hint);
+        type();
+        QVERIFY2(hint > 100 && hint + 20 < darkest(field), field->metaObject()->className());
+    }
+
+    // A host's colour is taken, from the field or from the application.
+    const QPalette before = QApplication::palette();
+    QPalette colors = before;
+    colors.setColor(QPalette::PlaceholderText, Qt::darkGreen);
+    edit.getLineEdit()->setPalette(colors);
+    QCOMPARE(edit.getLineEdit()->palette().color(QPalette::PlaceholderText), Qt::darkGreen);
+    colors.setColor(QPalette::PlaceholderText, Qt::darkRed);
+    QApplication::setPalette(colors);
+    KovaFilterBar late;
+    late.ensurePolished();
+    QApplication::setPalette(before);
+    QCOMPARE(late.palette().color(QPalette::PlaceholderText), Qt::darkRed);
 }
 
 void FormControlsTest::labelGrowsAndShrinksWithItsText()

@@ -23,12 +23,33 @@ KovaFilterBar::KovaFilterBar(QWidget *parent)
         new KovaIconButton(QStringLiteral("bt_search_dropdown"),
                            getStyleSheet("component.filter_search_button", false), this);
     m_searchButton->setFocusPolicy(Qt::NoFocus);
-    m_searchButton->move(kovaPx(4), kovaPx(2));
     m_searchButton->setCursor(Qt::ArrowCursor);
     m_searchButton->setFixedSize(kovaPx(34), kovaPx(24));
+    placeButton();
 
     setFixedHeight(kovaPx(28));
     connect(this, &QLineEdit::returnPressed, this, &KovaFilterBar::slotKeywordChange);
+}
+
+// Styles keep their padding free where the text begins.
+void KovaFilterBar::placeButton()
+{
+    const int margin = kovaPx(4);
+    const int x = isRightToLeft() ? width() - margin - m_searchButton->width() : margin;
+    m_searchButton->move(x, kovaPx(2));
+}
+
+void KovaFilterBar::resizeEvent(QResizeEvent *event)
+{
+    QLineEdit::resizeEvent(event);
+    placeButton();
+}
+
+void KovaFilterBar::changeEvent(QEvent *event)
+{
+    QLineEdit::changeEvent(event);
+    if (event->type() == QEvent::LayoutDirectionChange)
+        placeButton();
 }
 
 void KovaFilterBar::setMenu(QMenu *menu)

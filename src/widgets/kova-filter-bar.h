@@ -8,7 +8,7 @@ class KovaIconButton;
 class QMenu;
 
 /**
- * A search field with a drop-down button at its left end.
+ * A search field with a drop-down button at its left end, at its right end from right to left.
  *
  * It searches when its user asks for it with Return, not at every letter. The button and the Down
  * key open the menu of search options; Escape closes it again and leaves the user in the field.
@@ -40,7 +40,13 @@ Q_SIGNALS:
 protected:
     /** Opens the menu on Down, which the field itself never sees. */
     void keyPressEvent(QKeyEvent *event) override;
+    /** Keeps the button at its end. */
+    void resizeEvent(QResizeEvent *event) override;
+    /** Moves the button to the other end with the layout direction. */
+    void changeEvent(QEvent *event) override;
 
 private:
+    void placeButton();
+
     KovaIconButton *m_searchButton = nullptr;
 };

@@ -67,6 +67,12 @@ void KovaFilterBarTest::keepsThePlaceOfItsButtonFree()
     m_bar->setCursorPosition(0);
     QVERIFY(m_bar->inputMethodQuery(Qt::ImCursorRectangle).toRect().center().x()
             > button->geometry().right());
+
+    m_bar->setLayoutDirection(Qt::RightToLeft);
+    m_bar->resize(m_bar->width() + 20, m_bar->height());
+    QCOMPARE(button->geometry().right(), m_bar->width() - 1 - kovaPx(4));
+    QVERIFY(m_bar->inputMethodQuery(Qt::ImCursorRectangle).toRect().center().x()
+            < button->geometry().left());
 }
 
 void KovaFilterBarTest::searchesOnReturnOnly()

@@ -1,5 +1,6 @@
 #include "item-delegate.h"
 
+#include <kovakit-qt/style/crisp-icons_p.h>
 #include <kovakit-qt/style/dpi-info.h>
 #include <kovakit-qt/style/style-manager.h>
 
@@ -54,5 +55,6 @@ void ItemDelegate::drawCheck(QPainter *painter, const QStyleOptionViewItem &opti
                              const QRect &rect, Qt::CheckState state) const
 {
     g_check_rect = rect;
+    const CrispIcons crisp;
     QItemDelegate::drawCheck(painter, option, rect, state);
 }

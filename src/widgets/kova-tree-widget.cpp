@@ -1,5 +1,6 @@
 #include "kova-tree-widget.h"
 
+#include <kovakit-qt/style/crisp-icons_p.h>
 #include <kovakit-qt/style/dpi-info.h>
 
 #include <QCursor>
@@ -146,6 +147,13 @@ void KovaTreeWidget::updateRow(const QModelIndex &index) const
     const QRect row = visualRect(index);
     if (row.isValid())
         viewport()->update(0, row.top(), viewport()->width(), row.height());
+}
+
+void KovaTreeWidget::drawBranches(QPainter *painter, const QRect &rect,
+                                  const QModelIndex &index) const
+{
+    const CrispIcons crisp;
+    QTreeWidget::drawBranches(painter, rect, index);
 }
 
 void KovaTreeWidget::drawRow(QPainter *painter, const QStyleOptionViewItem &option,

@@ -83,6 +83,9 @@ protected:
                           const QItemSelection &deselected) override;
     /** Asks for the pointer once for all rows. */
     void paintEvent(QPaintEvent *event) override;
+    /** Draws the arrows of a row from all the pixels of the device. */
+    void drawBranches(QPainter *painter, const QRect &rect,
+                      const QModelIndex &index) const override;
     /** Draws the highlight of the row, then the row. */
     void drawRow(QPainter *painter, const QStyleOptionViewItem &option,
                  const QModelIndex &index) const override;

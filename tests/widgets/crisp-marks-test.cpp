@@ -70,7 +70,8 @@ void CrispMarksTest::initTestCase()
     style.append(rule).append("== component.radio_button ==\nQRadioButton::indicator").append(rule);
     style.append("== component.combobox ==\nQComboBox { %1 %2 } QComboBox::drop-down { width: 20px;"
                  " border: 0px; }\nQComboBox::down-arrow");
-    style.append(rule);
+    style.append(rule).append("== component.tree_item ==\nQTreeView::indicator").append(rule);
+    style.append("QTreeView::branch").append(rule);
     StyleManager::getInstance()->initialize({writeScratchFile("marks.qss", style)});
 }
 
@@ -82,12 +83,22 @@ void CrispMarksTest::marksAndIconsUseAllDevicePixels()
     KovaRadioButton radio(QString(), nullptr);
     KovaComboBox combo;
     KovaIconButton icon(QString("stripes"));
+    KovaTreeWidget tree;
+    ItemDelegate delegate;
+    tree.setHeaderHidden(true);
+    tree.setItemDelegate(&delegate);
+    tree.setFrameStyle(QFrame::NoFrame);
+    tree.setIndentation(20);
+    auto *item = new QTreeWidgetItem(&tree, {QString()});
+    item->setCheckState(0, Qt::Checked);
+    tree.setStyleSheet(getStyleSheet("component.tree_item", false));
     check.resize(16, 16);
     radio.resize(16, 16);
     combo.resize(60, 30);
     icon.resize(24, 24);
-    const QVector<std::pair<QWidget *, QPoint>> places = {
-        {&check, {8, 8}}, {&radio, {8, 8}}, {&combo, {49, 15}}, {&icon, {12, 12}}};
+    const QVector<std::pair<QWidget *, QPoint>> places = {{&check, {8, 8}},   {&radio, {8, 8}},
+                                                          {&combo, {49, 15}}, {&icon, {12, 12}},
+                                                          {&tree, {10, 10}},  {&tree, {30, 10}}};
     // Two device pixels for each pair of stripes show both colours, one and a half still differ.
     const int least = ratio >= 2 ? 240 : ratio > 1 ? 60 : 0;
     for (const auto &[widget, center] : places) {

@@ -91,8 +91,11 @@ void KovaTableWidget::initailze()
             &KovaTableWidget::slotVerticalScrollRangeChanged);
     connect(m_table->horizontalScrollBar(), &QScrollBar::valueChanged,
             m_headerArea->horizontalScrollBar(), &QScrollBar::setValue);
-    connect(m_table, &ResizeSignalTableWidget::sigResized, this,
-            &KovaTableWidget::slotTableResized);
+    connect(m_table, &ResizeSignalTableWidget::sigResized, this, [this](QSize size) {
+        // A horizontal scroll bar that comes up, as a column is dragged wider, takes height alone.
+        if (size.width() != m_sharedWidth)
+            slotTableResized(size);
+    });
 }
 
 void KovaTableWidget::makeHeader()
@@ -170,26 +173,27 @@ void KovaTableWidget::setUpColumns()
 
 void KovaTableWidget::slotSectionResized(int logicalIndex, int, int newSize)
 {
-    if (m_following)
-        return;
-    const QScopedValueRollback<bool> following(m_following, true);
-    fitSection(m_table->horizontalHeader(), logicalIndex, newSize);
+    follow(m_table->horizontalHeader(), logicalIndex, newSize);
     // Left to itself the table would be painted one turn of the event loop after the header.
     m_table->viewport()->update();
 }
 
 void KovaTableWidget::followRows(int logicalIndex, int, int newSize)
 {
+    follow(m_header, logicalIndex, newSize);
+}
+
+void KovaTableWidget::follow(QHeaderView *other, int logicalIndex, int newSize)
+{
     if (m_following)
         return;
-    const QScopedValueRollback<bool> following(m_following, true);
-    if (newSize != 0 && m_header->isSectionHidden(logicalIndex)) {
-        // Only the header knows how the width was shared while the column was hidden.
-        m_header->setSectionHidden(logicalIndex, false);
-        newSize = m_header->sectionSize(logicalIndex);
-        m_table->horizontalHeader()->resizeSection(logicalIndex, newSize);
+    const bool isHidingOrShowing = other->isSectionHidden(logicalIndex) != (newSize == 0);
+    {
+        const QScopedValueRollback<bool> following(m_following, true);
+        fitSection(other, logicalIndex, newSize);
     }
-    fitSection(m_header, logicalIndex, newSize);
+    if (isHidingOrShowing && m_sharedWidth >= 0)
+        slotTableResized({m_sharedWidth, 0});
 }
 
 void KovaTableWidget::slotVerticalScrollRangeChanged(int, int max)
@@ -199,19 +203,30 @@ void KovaTableWidget::slotVerticalScrollRangeChanged(int, int max)
 
 void KovaTableWidget::slotTableResized(QSize size)
 {
+    m_sharedWidth = size.width();
     const double scale = DPIinfo::getInstance()->getDPI();
     double fixedWidth = 0;
-    for (const ColumnInfo &column : m_columns.columns()) {
-        if (!hasShare(column))
-            fixedWidth += column.width;
-    }
-    const double spare = std::trunc(size.width() - fixedWidth * scale);
-
+    double allShares = 0;
+    double shownShares = 0;
     int index = 0;
     for (const ColumnInfo &column : m_columns.columns()) {
-        if (hasShare(column))
-            m_header->resizeSection(index,
-                                    truncated(qMax(column.ratio * spare, column.width * scale)));
+        const bool isShown = m_header->sectionSize(index++) != 0;
+        if (hasShare(column)) {
+            allShares += column.ratio;
+            shownShares += isShown ? column.ratio : 0;
+        } else if (isShown) {
+            fixedWidth += column.width;
+        }
+    }
+    const double spare = std::trunc(size.width() - fixedWidth * scale);
+    // The columns that are shown have the shares of the hidden ones as well.
+    const double growth = shownShares != 0 ? allShares / shownShares : 1;
+
+    index = 0;
+    for (const ColumnInfo &column : m_columns.columns()) {
+        if (hasShare(column) && m_header->sectionSize(index) != 0)
+            m_header->resizeSection(
+                index, truncated(qMax(column.ratio * growth * spare, column.width * scale)));
         ++index;
     }
 }

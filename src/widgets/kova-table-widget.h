@@ -58,7 +58,13 @@ public Q_SLOTS:
     /** Hides the vertical scroll bar if @p max is 0, when all rows fit; otherwise shows it. */
     void slotVerticalScrollRangeChanged(int min, int max);
 
-    /** Shares the width that the fixed columns leave over in @p size, in device pixels. */
+    /**
+     * Shares the width that the fixed columns leave over in @p size, in device pixels, whatever
+     * widths the user gave to the columns.
+     *
+     * Called when the width of the rows changes, and when a column is hidden or shown: a hidden
+     * column takes no width, and its share goes to those that are shown, in their proportion.
+     */
     void slotTableResized(QSize size);
 
 private:
@@ -66,6 +72,7 @@ private:
     void makeTable();
     void setUpColumns();
     void followRows(int logicalIndex, int oldSize, int newSize);
+    void follow(QHeaderView *other, int logicalIndex, int newSize);
 
     KovaTableColumnsInfo m_columns;
     QScrollArea *m_headerArea = nullptr;
@@ -74,4 +81,5 @@ private:
     ResizeSignalTableWidget *m_table = nullptr;
     QVBoxLayout *m_layout = nullptr;
     bool m_following = false;
+    int m_sharedWidth = -1;
 };

@@ -14,8 +14,11 @@ public:
     ResizeSignalTableWidget(int rows, int columns);
 
 Q_SIGNALS:
-    /** The area of the rows is now of @p size, in device pixels. Emitted before the scroll bars
-     *  are fitted to it. */
+    /**
+     * The area of the rows is now of @p size, in device pixels. Emitted before the scroll bars are
+     * fitted to it; Qt is in the middle of a layout then, so do not delete the table in a slot, use
+     * deleteLater().
+     */
     void sigResized(QSize size);
 
 protected:

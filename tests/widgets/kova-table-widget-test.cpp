@@ -179,6 +179,16 @@ void KovaTableWidgetTest::alignedWhenDragged()
         QCOMPARE(view->getHeader()->sectionSize(1), before + way);
         VERIFY_ALIGNED(view, 3);
     }
+    // Beyond the room that there is: the bar that comes up takes height, and no widths.
+    view->resize(view->width() + 1, view->height()); // shares anew
+    const int share = view->getHeader()->sectionSize(1);
+    drag({kovaPx(200) + share - 2, kovaPx(15)}, 60);
+    QTRY_VERIFY(view->getTable()->horizontalScrollBar()->isVisible());
+    QCOMPARE(view->getTable()->columnWidth(1), share + 60);
+    QCOMPARE(view->getTable()->columnWidth(2), share);
+    drag({kovaPx(200) + share + 58, kovaPx(15)}, -60);
+    QTRY_VERIFY(!view->getTable()->horizontalScrollBar()->isVisible());
+    QCOMPARE(view->getTable()->columnWidth(1), share);
     // The edges of a fixed column and of the extra one cannot be dragged.
     drag({kovaPx(200) - 2, kovaPx(15)}, 30);
     QCOMPARE(view->getTable()->columnWidth(0), kovaPx(200));
@@ -248,6 +258,9 @@ void KovaTableWidgetTest::hidesColumnsInBoth()
         QVERIFY(rows->isSectionHidden(0) && rows->isSectionHidden(1));
         QCOMPARE(rows->length() + kovaPx(12), view->getHeader()->length());
         VERIFY_ALIGNED(view, 2);
+        // No gap is left: the column that stays has the other's share too.
+        QCOMPARE(rows->sectionSize(2),
+                 int(0.6 * (view->getTable()->viewport()->width() - kovaPx(80))));
 
         // A width that was shared meanwhile is the one to come back.
         view->resize(width - 100, view->height());

@@ -24,6 +24,5 @@ int KovaPagingModel::startItem() const
     if (m_rowLimit <= 0)
         return 0;
     const qint64 start = (qint64(m_nowPage) - 1) * m_rowLimit;
-    using Range = std::numeric_limits<int>;
-    return int(qBound(qint64(Range::min()), start, qint64(Range::max())));
+    return int(qBound(qint64(0), start, qint64(std::numeric_limits<int>::max())));
 }

@@ -48,8 +48,8 @@ public:
 
     /**
      * The index of the current page's first item, counted from 0: the pages before it times the row
-     * limit. Kept within the range of an int; 0 where everything is on one page for want of a
-     * limit.
+     * limit. Kept within the range of an int; 0 before the first page, and where everything is on
+     * one page for want of a limit. May lie beyond the last item.
      */
     [[nodiscard]] int startItem() const;
 

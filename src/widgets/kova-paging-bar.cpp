@@ -8,8 +8,11 @@
 #include <kovakit-qt/widgets/kova-icon-button.h>
 #include <kovakit-qt/widgets/kova-paging-model.h>
 
+#include <QCoreApplication>
+#include <QEvent>
 #include <QHBoxLayout>
 #include <QLabel>
+#include <QPointer>
 #include <QSignalMapper>
 
 namespace {
@@ -66,6 +69,7 @@ KovaPagingBar::KovaPagingBar(KovaPagingModel *model, QWidget *parent)
     , m_backButton(makeArrowButton("bt_pagebar_back", "prev_5_pages"))
     , m_forwardButton(makeArrowButton("bt_pagebar_next", "next_5_pages"))
     , m_lastButton(makeArrowButton("bt_pagebar_nextend", "last_page"))
+    , m_pageClicks(new QSignalMapper(this))
     , m_refreshButton(makeRefreshButton())
 {
     m_model->setNowPage(1);
@@ -105,11 +109,42 @@ KovaPagingBar::KovaPagingBar(KovaPagingModel *model, QWidget *parent)
     connect(m_forwardButton, &KovaIconButton::clicked, this, &KovaPagingBar::next_5_page);
     connect(m_lastButton, &KovaIconButton::clicked, this, &KovaPagingBar::last_page);
     connect(m_refreshButton, &KovaIconButton::clicked, this, &KovaPagingBar::sigRefresh);
+    if (isRightToLeft())
+        showArrows();
+}
+
+KovaPagingBar::~KovaPagingBar()
+{
+    if (!m_isInPageClick)
+        return;
+    // The mapper goes on after it told of the click in which the host deletes the bar.
+    m_pageClicks->setParent(nullptr);
+    m_pageClicks->deleteLater();
+}
+
+void KovaPagingBar::changeEvent(QEvent *event)
+{
+    if (event->type() == QEvent::LayoutDirectionChange)
+        showArrows();
+    QWidget::changeEvent(event);
+}
+
+void KovaPagingBar::showArrows()
+{
+    const auto show = [this](KovaIconButton *button, const char *image, const char *mirrored) {
+        button->setAllIcon(QLatin1String(isRightToLeft() ? mirrored : image));
+        // New pictures show as at rest, enabled or not.
+        QEvent state(QEvent::EnabledChange);
+        QCoreApplication::sendEvent(button, &state);
+    };
+    show(m_firstButton, "bt_pagebar_backend", "bt_pagebar_nextend");
+    show(m_backButton, "bt_pagebar_back", "bt_pagebar_next");
+    show(m_forwardButton, "bt_pagebar_next", "bt_pagebar_back");
+    show(m_lastButton, "bt_pagebar_nextend", "bt_pagebar_backend");
 }
 
 void KovaPagingBar::addPageButtons(QHBoxLayout *layout)
 {
-    auto *mapper = new QSignalMapper(this);
     for (int index = 0; index < int(m_pageButtons.size()); ++index) {
         if (index > 0)
             layout->addSpacing(kovaPx(4));
@@ -117,16 +152,16 @@ void KovaPagingBar::addPageButtons(QHBoxLayout *layout)
                                                                        : KovaButton::OtherPage);
         button->setFixedHeight(kovaPx(27));
         button->setMinimumWidth(kovaPx(28));
-        connect(button, &KovaButton::clicked, mapper, QOverload<>::of(&QSignalMapper::map));
+        connect(button, &KovaButton::clicked, m_pageClicks, QOverload<>::of(&QSignalMapper::map));
         layout->addWidget(button, 0, Qt::AlignHCenter);
-        mapper->setMapping(button, index);
+        m_pageClicks->setMapping(button, index);
         m_pageButtons.at(std::size_t(index)) = button;
     }
     KovaButton *current = m_pageButtons[currentIndex];
     current->setText(QStringLiteral("1"));
     current->setAccessibleName(pageName(1));
     current->setAccessibleDescription(currentPageDescription(1, 1));
-    connect(mapper, &QSignalMapper::mappedInt, this, &KovaPagingBar::pageClick);
+    connect(m_pageClicks, &QSignalMapper::mappedInt, this, &KovaPagingBar::pageClick);
 }
 
 void KovaPagingBar::setPage(int page)
@@ -227,8 +262,18 @@ void KovaPagingBar::goTo(qint64 page)
 
 void KovaPagingBar::pageClick(int index)
 {
-    if (index >= 0 && index < int(m_pageButtons.size()))
-        goTo(m_pageButtons.at(std::size_t(index))->text().toInt());
+    if (index < 0 || index >= int(m_pageButtons.size()))
+        return;
+    const KovaButton *button = m_pageButtons.at(std::size_t(index));
+    const int page = button->text().toInt();
+    // A press by assistive technology clicks a moment later, when the number may be gone.
+    if (page < 1 || !button->isEnabled())
+        return;
+    const QPointer<KovaPagingBar> guard(this);
+    m_isInPageClick = true;
+    goTo(page);
+    if (guard)
+        m_isInPageClick = false;
 }
 
 void KovaPagingBar::next_5_page()

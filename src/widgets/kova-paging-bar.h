@@ -13,6 +13,7 @@ class KovaIconButton;
 class KovaPagingModel;
 class QHBoxLayout;
 class QLabel;
+class QSignalMapper;
 
 /** One text at the right end of a KovaPagingBar. A plain value. */
 struct PagingFooterInfo
@@ -53,6 +54,7 @@ public:
      * setItemCount() the middle button says "1" and the other four have no text.
      */
     explicit KovaPagingBar(KovaPagingModel *model, QWidget *parent = nullptr);
+    ~KovaPagingBar() override;
 
     /**
      * Makes @p page the model's current page and shows it. Emits nothing.
@@ -102,7 +104,10 @@ Q_SIGNALS:
     void sigRefresh();
 
 public Q_SLOTS:
-    /** Goes to the page whose number page button @p index shows, 0 to 4. Any other does nothing. */
+    /**
+     * Goes to the page whose number page button @p index shows, 0 to 4. A button that is blank or
+     * disabled leads nowhere, and so does any other index: nothing is emitted.
+     */
     void pageClick(int index);
 
     /** Goes forward by five pages, at most to the last. */
@@ -117,10 +122,15 @@ public Q_SLOTS:
     /** Goes to the last page. */
     void last_page();
 
+protected:
+    /** Turns the arrows round where the layout runs from right to left. */
+    void changeEvent(QEvent *event) override;
+
 private:
     void addPageButtons(QHBoxLayout *layout);
     void showNumber(KovaButton *button, qint64 number, int pageCount);
     void setControlEnabled(QWidget *control, bool enabled);
+    void showArrows();
     void goTo(qint64 page);
     QLabel *makeFooterLabel(const PagingFooterInfo &info, bool first) const;
 
@@ -132,6 +142,8 @@ private:
     KovaIconButton *m_forwardButton;
     KovaIconButton *m_lastButton;
     std::array<KovaButton *, 5> m_pageButtons{};
+    QSignalMapper *m_pageClicks;
+    bool m_isInPageClick = false;
     KovaIconButton *m_refreshButton;
     std::vector<QLabel *> m_footerLabels;
 };

@@ -6,6 +6,7 @@
 
 #include <QKeyEvent>
 #include <QLineEdit>
+#include <QPointer>
 #include <QRegExpValidator>
 
 QRect g_check_rect;
@@ -45,8 +46,12 @@ bool ItemDelegate::eventFilter(QObject *object, QEvent *event)
 {
     if (event->type() == QEvent::KeyPress) {
         auto *keyEvent = static_cast<QKeyEvent *>(event);
+        const QPointer<ItemDelegate> guard(this);
+        const QPointer<QObject> editor(object);
         if (keyEvent->key() == Qt::Key_Escape)
             Q_EMIT sigKeyPressed(keyEvent);
+        if (!guard || !editor)
+            return true;
     }
     return QItemDelegate::eventFilter(object, event);
 }

@@ -11,6 +11,7 @@
 #include <kovakit-qt/style/style-manager.h>
 #include <kovakit-qt/utils/component-strings_p.h>
 
+#include <QCoreApplication>
 #include <QHeaderView>
 #include <QKeyEvent>
 #include <QMenu>
@@ -18,6 +19,8 @@
 #include <QTextCharFormat>
 #include <QToolButton>
 #include <QVBoxLayout>
+
+#include <utility>
 
 namespace {
 
@@ -62,6 +65,8 @@ KovaCalanderView::KovaCalanderView(QWidget *parent)
         if (part)
             part->installEventFilter(this);
     }
+    if (QTableView *grid = days())
+        grid->viewport()->installEventFilter(this);
 
     connect(m_calendar, &QCalendarWidget::activated, this, &KovaCalanderView::choose);
     connect(m_calendar, &QCalendarWidget::clicked, this, &KovaCalanderView::choose);
@@ -279,7 +284,10 @@ void KovaCalanderView::choose(const QDate &date)
     if (!m_calendar->isInRange(date))
         return;
     m_calendar->setChosenDay(date);
-    Q_EMIT sigDateSelect(date);
+    if (m_isReleasing)
+        m_clickedDate = date;
+    else
+        Q_EMIT sigDateSelect(date);
 }
 
 void KovaCalanderView::selectToday()
@@ -392,8 +400,26 @@ bool KovaCalanderView::event(QEvent *event)
     return QAbstractItemView::event(event);
 }
 
-bool KovaCalanderView::eventFilter(QObject *, QEvent *event)
+// The days go on after they told of a click, while the host may delete the calendar in answer.
+void KovaCalanderView::releaseOverDays(QEvent *event)
 {
+    m_isReleasing = true;
+    QCoreApplication::sendEvent(days()->viewport(), event);
+    m_isReleasing = false;
+    const QDate date = std::exchange(m_clickedDate, QDate());
+    if (!date.isValid())
+        return;
+    event->accept();
+    Q_EMIT sigDateSelect(date);
+}
+
+bool KovaCalanderView::eventFilter(QObject *watched, QEvent *event)
+{
+    if (event->type() == QEvent::MouseButtonRelease && !m_isReleasing && days()
+        && watched == days()->viewport()) {
+        releaseOverDays(event);
+        return true;
+    }
     if (event->type() != QEvent::KeyPress)
         return false;
     const int key = static_cast<QKeyEvent *>(event)->key();

@@ -4,6 +4,7 @@
 
 #include <QAbstractItemView>
 #include <QColor>
+#include <QDate>
 #include <QStringList>
 
 class HouseCalendar;
@@ -124,7 +125,7 @@ protected:
 
     /** Keeps clicks beside the calendar's parts from what is around it, such as a popup. */
     bool event(QEvent *event) override;
-    /** Walks through the calendar's parts with Tab and Shift+Tab. */
+    /** Walks through the calendar's parts with Tab and Shift+Tab, and tells of a clicked day. */
     bool eventFilter(QObject *object, QEvent *event) override;
     /** Looks whether today can be chosen. */
     void showEvent(QShowEvent *event) override;
@@ -140,6 +141,7 @@ private:
     void choose(const QDate &date);
     void showChosen(const QDate &date);
     void moveTo(const QDate &date);
+    void releaseOverDays(QEvent *event);
     void focusDays();
     void fitMonthButton();
     void updateTodayButton();
@@ -151,4 +153,6 @@ private:
     QStringList m_monthNames;
     HouseCalendar *m_calendar;
     QWidget *m_todayButton;
+    bool m_isReleasing = false;
+    QDate m_clickedDate;
 };

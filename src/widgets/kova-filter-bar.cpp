@@ -10,6 +10,8 @@
 #include <QKeyEvent>
 #include <QMenu>
 
+#include <utility>
+
 KovaFilterBar::KovaFilterBar(QWidget *parent)
     : QLineEdit(parent)
 {
@@ -62,13 +64,21 @@ void KovaFilterBar::setMenu(QMenu *menu)
 
 void KovaFilterBar::slotKeywordChange()
 {
-    Q_EMIT sigKeywordChanged(text());
+    // A line edit goes on after it told of Return, while the host may delete it in answer.
+    if (m_isInKeyPress)
+        m_isKeywordChanged = true;
+    else
+        Q_EMIT sigKeywordChanged(text());
 }
 
 void KovaFilterBar::keyPressEvent(QKeyEvent *event)
 {
     if (event->key() != Qt::Key_Down) {
+        m_isInKeyPress = true;
         QLineEdit::keyPressEvent(event);
+        m_isInKeyPress = false;
+        if (std::exchange(m_isKeywordChanged, false))
+            Q_EMIT sigKeywordChanged(text());
         return;
     }
     // Nothing of this may be touched after the menu: its loop can outlive the bar.

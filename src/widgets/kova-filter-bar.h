@@ -34,7 +34,10 @@ public Q_SLOTS:
     void slotKeywordChange();
 
 Q_SIGNALS:
-    /** Return was pressed, with @p keyword in the field, which may be empty or the one before. */
+    /**
+     * Return was pressed, with @p keyword in the field, which may be empty or the one before.
+     * Emitted when the field has done with the key: a slot may delete the bar.
+     */
     void sigKeywordChanged(QString keyword);
 
 protected:
@@ -49,4 +52,6 @@ private:
     void placeButton();
 
     KovaIconButton *m_searchButton = nullptr;
+    bool m_isInKeyPress = false;
+    bool m_isKeywordChanged = false;
 };

@@ -132,7 +132,11 @@ void KovaIconButton::mouseReleaseEvent(QMouseEvent *event)
 {
     if (isEnabled())
         showIcon(m_defaultIcon);
-    QToolButton::mouseReleaseEvent(event);
+    if (popupMode() == MenuButtonPopup)
+        QToolButton::mouseReleaseEvent(event);
+    else
+        // A tool button goes on after the click, in which the host may have deleted it.
+        QAbstractButton::mouseReleaseEvent(event); // NOLINT(bugprone-parent-virtual-call)
 }
 
 void KovaIconButton::changeEvent(QEvent *event)

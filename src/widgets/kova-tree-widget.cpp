@@ -8,6 +8,7 @@
 #include <QHoverEvent>
 #include <QKeyEvent>
 #include <QPainter>
+#include <QPointer>
 #include <QScrollBar>
 
 namespace {
@@ -21,6 +22,16 @@ KovaTreeWidget::KovaTreeWidget(QWidget *parent)
     : QTreeWidget(parent)
 {
     viewport()->setAttribute(Qt::WA_Hover);
+}
+
+KovaTreeWidget::~KovaTreeWidget()
+{
+    if (!m_isInRightPress)
+        return;
+    // Qt sends the viewport a context menu event when it has done with the press.
+    QWidget *target = viewport();
+    target->setParent(nullptr);
+    target->deleteLater();
 }
 
 void KovaTreeWidget::setBackgroundColor(QColor selected, QColor hover)
@@ -45,25 +56,32 @@ void KovaTreeWidget::updateScrollArea(QTreeWidgetItem *item)
 
 void KovaTreeWidget::keyPressEvent(QKeyEvent *event)
 {
+    const QPointer<KovaTreeWidget> guard(this);
     Q_EMIT sigKeyPressEvent(event);
-    QTreeWidget::keyPressEvent(event);
+    if (guard)
+        QTreeWidget::keyPressEvent(event);
 }
 
 void KovaTreeWidget::mousePressEvent(QMouseEvent *event)
 {
-    if (event->button() == Qt::RightButton)
+    if (event->button() == Qt::RightButton) {
+        const QPointer<KovaTreeWidget> guard(this);
+        m_isInRightPress = true;
         Q_EMIT sigMouseRightClickEvent(event);
+        if (!guard)
+            return;
+        m_isInRightPress = false;
+    }
     QTreeWidget::mousePressEvent(event);
 }
 
 void KovaTreeWidget::focusInEvent(QFocusEvent *)
 {
-    if (QTreeWidgetItem *current = currentItem()) {
-        setCurrentItem(itemAt(-1, -1));
-        setCurrentItem(current);
-    } else {
-        setCurrentItem(itemAt(0, 0));
-    }
+    // Who is told that there is no current item may remove what was current.
+    const QPersistentModelIndex current = indexFromItem(currentItem());
+    setCurrentItem(current.isValid() ? itemAt(-1, -1) : itemAt(0, 0));
+    if (current.isValid())
+        setCurrentItem(itemFromIndex(current));
 }
 
 bool KovaTreeWidget::viewportEvent(QEvent *event)

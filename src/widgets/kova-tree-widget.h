@@ -37,6 +37,7 @@ class KOVAKIT_EXPORT KovaTreeWidget : public QTreeWidget
 public:
     /** An empty tree, with a header, as QTreeWidget makes it. */
     explicit KovaTreeWidget(QWidget *parent = nullptr);
+    ~KovaTreeWidget() override;
 
     /**
      * Sets the colours behind selected rows and behind the row under the pointer.
@@ -56,6 +57,7 @@ Q_SIGNALS:
      * The right mouse button was pressed on the viewport, before the row under it gets selected.
      *
      * Emitted synchronously with positions in the viewport; @p event lives until the slots return.
+     * A slot may delete the tree, which then handles the press no further.
      * To open a menu use QMenu::popup(), so that the row is selected while the menu is open.
      */
     void sigMouseRightClickEvent(QMouseEvent *event);
@@ -63,7 +65,7 @@ Q_SIGNALS:
     /**
      * A key was pressed, whatever it is, before the tree handles it.
      *
-     * Emitted synchronously; @p event lives until the slots return.
+     * Emitted synchronously; @p event lives until the slots return. A slot may delete the tree.
      */
     void sigKeyPressEvent(QKeyEvent *event);
 
@@ -101,6 +103,7 @@ private:
 
     QColor m_selectedColor;
     QColor m_hoverColor;
+    bool m_isInRightPress = false;
     std::optional<QPoint> m_paintPointer;
     std::optional<QPoint> m_lastPointer;
     mutable QPersistentModelIndex m_hoveredRow;

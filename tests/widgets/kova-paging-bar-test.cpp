@@ -79,6 +79,7 @@ private Q_SLOTS:
     void modelDividesIntoPages();
     void showsTheNumbersAroundThePage();
     void clicksTurnPages();
+    void arrowsFollowTheDirection();
     void footerLabelsComeAndGo();
     void firstFooterStyleDependsOnTheRefreshButton();
     void keyboardReachesEveryControl();
@@ -172,6 +173,26 @@ void KovaPagingBarTest::clicksTurnPages()
     f.bar.reset();
     QCOMPARE(f.model.nowPage(), 1);
     QCOMPARE(f.changes.count(), 11);
+}
+
+void KovaPagingBarTest::arrowsFollowTheDirection()
+{
+    // On the first page two of them are disabled, and have to look so.
+    const int mirror[] = {Last, Forward, Back, First};
+    const int arrows[] = {First, Back, Forward, Last};
+    for (const int page : {1, 20, 50}) {
+        const Fixture plain(500, 51 - page);
+        Fixture f(500, page);
+        f.bar.setLayoutDirection(Qt::RightToLeft);
+        const auto picture = [](const QAbstractButton *button) {
+            return button->icon().pixmap(button->iconSize()).toImage();
+        };
+        for (int i = 0; i < 4; ++i)
+            QCOMPARE(picture(f.controls[arrows[i]]), picture(plain.controls[mirror[i]]));
+        f.bar.setLayoutDirection(Qt::LeftToRight);
+        const Fixture same(500, page);
+        QCOMPARE(picture(f.controls[First]), picture(same.controls[First]));
+    }
 }
 
 void KovaPagingBarTest::footerLabelsComeAndGo()

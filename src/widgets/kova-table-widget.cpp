@@ -2,11 +2,16 @@
 
 #include <kovakit-qt/style/dpi-info.h>
 #include <kovakit-qt/style/style-manager.h>
+#include <kovakit-qt/utils/escape-tooltip.h>
 
 #include <QHeaderView>
+#include <QHelpEvent>
+#include <QMouseEvent>
 #include <QScopedValueRollback>
 #include <QScrollArea>
 #include <QScrollBar>
+#include <QStyledItemDelegate>
+#include <QToolTip>
 #include <QVBoxLayout>
 
 #include <cmath>
@@ -43,18 +48,57 @@ void fitSection(QHeaderView *header, int logicalIndex, int size)
         header->resizeSection(logicalIndex, size);
 }
 
-// From right to left a header paints its sections one pixel further right than it says they are,
-// where the lines of a table's grid would be.
 class AlignedHeader : public QHeaderView
 {
 public:
     using QHeaderView::QHeaderView;
 
 protected:
+    void mousePressEvent(QMouseEvent *event) override
+    {
+        m_pressX = x();
+        QHeaderView::mousePressEvent(event);
+    }
+
+    // The header moves with the rows, which slide along when a column at their end gets narrower.
+    // Counted in the header, the edge that is dragged would run away from the pointer.
+    void mouseMoveEvent(QMouseEvent *event) override
+    {
+        const int moved = event->buttons() ? x() - m_pressX : 0;
+        QMouseEvent unmoved(event->type(), event->localPos() + QPointF(moved, 0),
+                            event->windowPos(), event->screenPos(), event->button(),
+                            event->buttons(), event->modifiers());
+        QHeaderView::mouseMoveEvent(&unmoved);
+    }
+
+    // From right to left a header paints its sections one pixel further right than it says they
+    // are, where the lines of a table's grid would be.
     void paintSection(QPainter *painter, const QRect &rect, int logicalIndex) const override
     {
         QHeaderView::paintSection(painter, isRightToLeft() ? rect.translated(-1, 0) : rect,
                                   logicalIndex);
+    }
+
+private:
+    int m_pressX = 0;
+};
+
+// Shows the whole text of a cell that is too narrow for it, unless the cell has a tooltip.
+class CellDelegate : public QStyledItemDelegate
+{
+public:
+    using QStyledItemDelegate::QStyledItemDelegate;
+
+    bool helpEvent(QHelpEvent *event, QAbstractItemView *view, const QStyleOptionViewItem &option,
+                   const QModelIndex &index) override
+    {
+        const bool isCut = sizeHint(option, index).width() > option.rect.width();
+        if (event->type() != QEvent::ToolTip || !isCut || index.data(Qt::ToolTipRole).isValid())
+            return QStyledItemDelegate::helpEvent(event, view, option, index);
+        const QString text = displayText(index.data(), option.locale);
+        QToolTip::showText(event->globalPos(), getHtmlEscapedStringForToolTip(text), view,
+                           option.rect);
+        return true;
     }
 };
 
@@ -123,6 +167,7 @@ void KovaTableWidget::makeTable()
 {
     m_table = new ResizeSignalTableWidget(0, int(m_columns.columns().size()));
     m_layout->addWidget(m_table);
+    m_table->setItemDelegate(new CellDelegate(m_table));
     m_table->setSelectionBehavior(QAbstractItemView::SelectRows);
     m_table->setEditTriggers(QAbstractItemView::NoEditTriggers);
     // Rows are walked with the arrow keys; Tab leads on to the next widget.

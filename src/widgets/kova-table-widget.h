@@ -24,11 +24,12 @@ class QVBoxLayout;
  *     view->getTable()->setRowCount(1);
  *     view->getTable()->setItem(0, 0, new QTableWidgetItem(tr("12:04")));
  *
- * The columns stay what they were made as: do not add, remove or move any. Three things cost dearly
- * with many rows: sorting while rows are filled in (it also misplaces them), resizing to contents,
- * and cell widgets. The styles "component.table" and "component.scrollbar" make up the look of the
- * rows, "component.table_header" that of the header; a border at the left of the rows would move
- * them out from under the header.
+ * A cell that is too narrow for its text shows it as a tooltip, unless the item has one of its own
+ * or the host sets another delegate. The columns stay what they were made as: do not add, remove or
+ * move any. Three things cost dearly with many rows: sorting while rows are filled in (it also
+ * misplaces them), resizing to contents, and cell widgets. The styles "component.table" and
+ * "component.scrollbar" make up the look of the rows, "component.table_header" that of the header;
+ * a border at the left of the rows would move them out from under the header.
  */
 class KOVAKIT_EXPORT KovaTableWidget : public QWidget
 {

@@ -170,7 +170,10 @@ void KovaTableWidgetTest::alignedWhenDragged()
     QWindow *window = view->windowHandle();
     const auto drag = [&](const QPoint &edge, int way) {
         QTest::mousePress(window, Qt::LeftButton, {}, edge);
-        QTest::mouseMove(window, edge + QPoint(way, 0));
+        for (const int part : {way / 2, way}) {
+            QTest::mouseMove(window, edge + QPoint(part, 0));
+            QCoreApplication::processEvents(); // the rows scroll if they have to
+        }
         QTest::mouseRelease(window, Qt::LeftButton, {}, edge + QPoint(way, 0));
     };
     for (const int way : {-7, -41, -90, 33}) {
@@ -186,9 +189,20 @@ void KovaTableWidgetTest::alignedWhenDragged()
     QTRY_VERIFY(view->getTable()->horizontalScrollBar()->isVisible());
     QCOMPARE(view->getTable()->columnWidth(1), share + 60);
     QCOMPARE(view->getTable()->columnWidth(2), share);
+    // At the end of the rows, which slide along as the last column gets narrower.
+    view->getTable()->horizontalScrollBar()->setValue(60);
+    drag({kovaPx(200) + 2 * share - 2, kovaPx(15)}, -40);
+    QCOMPARE(view->getTable()->columnWidth(2), share - 40);
+    VERIFY_ALIGNED(view, 2);
+    view->getTable()->horizontalScrollBar()->setValue(0);
     drag({kovaPx(200) + share + 58, kovaPx(15)}, -60);
     QTRY_VERIFY(!view->getTable()->horizontalScrollBar()->isVisible());
     QCOMPARE(view->getTable()->columnWidth(1), share);
+    // Only the edge that can be dragged says so.
+    for (const bool resizable : {true, false}) {
+        QTest::mouseMove(window, {kovaPx(200) + (resizable ? share : 0) - 2, kovaPx(15)});
+        QTRY_COMPARE(view->getHeader()->cursor().shape() == Qt::SplitHCursor, resizable);
+    }
     // The edges of a fixed column and of the extra one cannot be dragged.
     drag({kovaPx(200) - 2, kovaPx(15)}, 30);
     QCOMPARE(view->getTable()->columnWidth(0), kovaPx(200));

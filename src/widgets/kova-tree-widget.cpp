@@ -10,6 +10,7 @@
 #include <QPainter>
 #include <QPointer>
 #include <QScrollBar>
+#include <QStyle>
 
 namespace {
 
@@ -38,6 +39,12 @@ void KovaTreeWidget::setBackgroundColor(QColor selected, QColor hover)
 {
     m_selectedColor = selected;
     m_hoverColor = hover;
+    viewport()->update();
+}
+
+void KovaTreeWidget::setFocusColor(const QColor &color)
+{
+    m_focusColor = color;
     viewport()->update();
 }
 
@@ -82,6 +89,17 @@ void KovaTreeWidget::focusInEvent(QFocusEvent *)
     setCurrentItem(current.isValid() ? itemAt(-1, -1) : itemAt(0, 0));
     if (current.isValid())
         setCurrentItem(itemFromIndex(current));
+    viewport()->update();
+}
+
+void KovaTreeWidget::changeEvent(QEvent *event)
+{
+    QTreeWidget::changeEvent(event);
+    if (event->type() == QEvent::LayoutDirectionChange && testAttribute(Qt::WA_WState_Polished)) {
+        // Style sheets look at a property only once.
+        style()->unpolish(this);
+        style()->polish(this);
+    }
 }
 
 bool KovaTreeWidget::viewportEvent(QEvent *event)
@@ -116,6 +134,13 @@ void KovaTreeWidget::selectionChanged(const QItemSelection &selected,
     QTreeWidget::selectionChanged(selected, deselected);
     // Left to itself the tree paints only the columns anew, and the highlight reaches beyond them.
     viewport()->update();
+}
+
+void KovaTreeWidget::currentChanged(const QModelIndex &current, const QModelIndex &previous)
+{
+    QTreeWidget::currentChanged(current, previous);
+    updateRow(previous);
+    updateRow(current);
 }
 
 void KovaTreeWidget::paintEvent(QPaintEvent *event)
@@ -191,23 +216,44 @@ void KovaTreeWidget::drawRow(QPainter *painter, const QStyleOptionViewItem &opti
     }
     if (item->flags() & Qt::ItemIsUserCheckable) {
         QTreeWidget::drawRow(painter, option, index);
-        return;
+    } else {
+        QStyleOptionViewItem rowOption = option;
+        rowOption.state &= ~QStyle::State_Enabled;
+        QTreeWidget::drawRow(painter, rowOption, index);
     }
-    QStyleOptionViewItem rowOption = option;
-    rowOption.state &= ~QStyle::State_Enabled;
-    QTreeWidget::drawRow(painter, rowOption, index);
+    if (m_focusColor.isValid() && hasFocus() && item == currentItem())
+        drawFocusRing(painter, option.rect);
+}
+
+QRect KovaTreeWidget::highlightRect(const QRect &row) const
+{
+    const int width = int(row.width() - 3 * DPIinfo::getInstance()->getDPI());
+    const int left = isRightToLeft() ? row.left() + row.width() - width : row.left();
+    return {left, row.top(), width, row.height()};
+}
+
+void KovaTreeWidget::drawFocusRing(QPainter *painter, const QRect &row) const
+{
+    const double width = qMax(1, kovaPx(2));
+    // Inside the outline of the highlight.
+    const double inset = 1 + width / 2;
+    painter->save();
+    painter->setRenderHint(QPainter::Antialiasing);
+    painter->setBrush(Qt::NoBrush);
+    painter->setPen(QPen(m_focusColor, width));
+    painter->drawRoundedRect(QRectF(highlightRect(row)).adjusted(inset, inset, -inset, -inset),
+                             kovaPx(2), kovaPx(2));
+    painter->restore();
 }
 
 void KovaTreeWidget::drawHighlight(QPainter *painter, const QRect &row, const QColor &color) const
 {
-    const int width = int(row.width() - 3 * DPIinfo::getInstance()->getDPI());
-    const int left = isRightToLeft() ? row.left() + row.width() - width : row.left();
     painter->save();
     // Rows are repainted one by one: an outline over the edge would stay behind on the neighbours.
     painter->setClipRect(row, Qt::IntersectClip);
     painter->setRenderHint(QPainter::Antialiasing);
     painter->setBrush(QBrush(color, Qt::SolidPattern));
     painter->setPen(QColor(0xFF, 0xFF, 0xFF));
-    painter->drawRoundedRect(left, row.top(), width, row.height(), kovaPx(3), kovaPx(3));
+    painter->drawRoundedRect(highlightRect(row), kovaPx(3), kovaPx(3));
     painter->restore();
 }

@@ -33,6 +33,7 @@
 class KOVAKIT_EXPORT KovaTreeWidget : public QTreeWidget
 {
     Q_OBJECT
+    Q_PROPERTY(QColor focusColor READ focusColor WRITE setFocusColor)
 
 public:
     /** An empty tree, with a header, as QTreeWidget makes it. */
@@ -45,6 +46,17 @@ public:
      * Without them, or with invalid colours, the highlight is black inside its white outline.
      */
     void setBackgroundColor(QColor selected, QColor hover);
+
+    /** The colour of the ring round the current row of a tree with the focus; invalid for none. */
+    [[nodiscard]] QColor focusColor() const { return m_focusColor; }
+
+    /**
+     * Sets the colour of the ring round the current row, which is shown while the tree has the
+     * keyboard focus. Invalid, as at first, for no ring.
+     *
+     * A style sheet sets it with "qproperty-focusColor"; the style "theme.tree" of the house does.
+     */
+    void setFocusColor(const QColor &color);
 
     /**
      * Scrolls sideways until the beginning of @p item is in the middle of the viewport, unless it
@@ -76,6 +88,8 @@ protected:
     void mousePressEvent(QMouseEvent *event) override;
     /** Announces the current item anew, or makes the top visible row current if there is none. */
     void focusInEvent(QFocusEvent *event) override;
+    /** Lets the style sheet look at the direction of the layout anew. */
+    void changeEvent(QEvent *event) override;
     /** Keeps the highlight under the pointer. */
     bool viewportEvent(QEvent *event) override;
     /** Keeps the highlight under the pointer, over which the rows move away. */
@@ -83,12 +97,14 @@ protected:
     /** Keeps the highlight as wide as the row, which may be wider than its columns. */
     void selectionChanged(const QItemSelection &selected,
                           const QItemSelection &deselected) override;
+    /** Moves the ring round the current row, which may be wider than its columns. */
+    void currentChanged(const QModelIndex &current, const QModelIndex &previous) override;
     /** Asks for the pointer once for all rows. */
     void paintEvent(QPaintEvent *event) override;
     /** Draws the arrows of a row from all the pixels of the device. */
     void drawBranches(QPainter *painter, const QRect &rect,
                       const QModelIndex &index) const override;
-    /** Draws the highlight of the row, then the row. */
+    /** Draws the highlight of the row, the row, and the ring if it is the current one. */
     void drawRow(QPainter *painter, const QStyleOptionViewItem &option,
                  const QModelIndex &index) const override;
 
@@ -99,10 +115,13 @@ private:
     QModelIndex rowAt(const QPoint &position) const;
     void setHoveredRow(const QModelIndex &index) const;
     void updateRow(const QModelIndex &index) const;
+    QRect highlightRect(const QRect &row) const;
+    void drawFocusRing(QPainter *painter, const QRect &row) const;
     void drawHighlight(QPainter *painter, const QRect &row, const QColor &color) const;
 
     QColor m_selectedColor;
     QColor m_hoverColor;
+    QColor m_focusColor;
     bool m_isInRightPress = false;
     std::optional<QPoint> m_paintPointer;
     std::optional<QPoint> m_lastPointer;

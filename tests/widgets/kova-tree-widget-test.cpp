@@ -73,6 +73,8 @@ private Q_SLOTS:
     void focusAnnouncesARow();
     void scrollsSidewaysToTheItem();
     void highlightFillsTheRow();
+    void ringRoundTheCurrentRow();
+    void arrowsPointToTheName();
     void uncheckableRowsLookDisabled();
     void checkRectIsWhereTheBoxIs();
     void fileNamesOnly();
@@ -176,6 +178,66 @@ void KovaTreeWidgetTest::highlightFillsTheRow()
         // Hosts need not choose colours.
         f.tree.setBackgroundColor(QColor(), QColor());
         QCOMPARE(f.picture().pixelColor(picture.width() / 2, middle), QColor(Qt::black));
+    }
+}
+
+void KovaTreeWidgetTest::ringRoundTheCurrentRow()
+{
+    for (const auto direction : {Qt::LeftToRight, Qt::RightToLeft}) {
+        Fixture f(direction);
+        f.widen();
+        QVERIFY(f.tree.focusColor().isValid()); // from the style of the theme
+        // At both ends and at the upper and lower edge of the row.
+        const auto hasRing = [&f](int row) {
+            const QImage picture = f.picture().mirrored(f.tree.isRightToLeft(), false);
+            const int top = row * kovaPx(28);
+            const int right = int(picture.width() - 3 * DPIinfo::getInstance()->getDPI()) - 3;
+            const int middle = top + kovaPx(14);
+            const QPoint places[] = {{2, middle},
+                                     {right, middle},
+                                     {picture.width() / 2, top + 1 + kovaPx(1)},
+                                     {picture.width() / 2, top + kovaPx(28) - 2 - kovaPx(1)}};
+            int count = 0;
+            for (const QPoint &place : places)
+                count += picture.pixelColor(place) == f.tree.focusColor() ? 1 : 0;
+            if (count % 4 != 0)
+                qFatal("a part of the ring");
+            return count == 4;
+        };
+        f.tree.setCurrentItem(f.item(0), 0, QItemSelectionModel::NoUpdate);
+        QVERIFY(hasRing(0) && !hasRing(1));
+        press(&f.tree, Qt::Key_Down);
+        QVERIFY(!hasRing(0) && hasRing(1));
+        f.tree.clearFocus();
+        QVERIFY(!hasRing(1));
+        f.tree.setFocus(Qt::TabFocusReason);
+        QVERIFY(hasRing(1));
+        f.tree.setFocusColor(QColor());
+        QVERIFY(f.picture().pixelColor(f.tree.viewport()->width() / 2, kovaPx(28) + 2)
+                == selectedColor);
+    }
+}
+
+void KovaTreeWidgetTest::arrowsPointToTheName()
+{
+    Fixture f;
+    f.item(0)->addChild(newItem("Delta"));
+    f.tree.setCurrentItem(f.item(2));
+    // Where the arrow of the first row is darkest in a line: its point is in the middle one.
+    const auto darkest = [&f](int line) {
+        const QImage picture = f.picture();
+        const int begin = f.tree.isRightToLeft() ? f.place(0).right() + 1 : 0;
+        int at = begin;
+        for (int x = begin; x < begin + f.tree.indentation(); ++x)
+            at = qGray(picture.pixel(x, line)) < qGray(picture.pixel(at, line)) ? x : at;
+        return at;
+    };
+    // The direction may change while the tree is shown.
+    for (const auto direction : {Qt::RightToLeft, Qt::LeftToRight, Qt::RightToLeft}) {
+        f.tree.setLayoutDirection(direction);
+        const int point = darkest(kovaPx(14)) - darkest(kovaPx(14) - kovaPx(2));
+        QVERIFY2(direction == Qt::RightToLeft ? point < 0 : point > 0,
+                 qPrintable(QString::number(point)));
     }
 }
 

@@ -11,6 +11,13 @@
 
 namespace {
 
+constexpr int numberRole = Qt::UserRole;
+
+int numberAt(const QTableWidget *table, int row)
+{
+    return table->item(row, 0)->data(numberRole).toInt();
+}
+
 struct Template
 {
     QString level;
@@ -45,9 +52,10 @@ std::vector<LogEntry> makeLog(int count)
     log.reserve(std::size_t(count));
     for (int i = 0; i < count; ++i) {
         const Template &entry = templates()[random.bounded(quint32(templates().size()))];
-        log.push_back({time.toString(QStringLiteral("yyyy-MM-dd HH:mm:ss")), entry.level,
-                       users[random.bounded(users.size())],
-                       entry.event.arg(random.bounded(2, 1000))});
+        log.push_back(
+            {{time.toString(QStringLiteral("yyyy-MM-dd HH:mm:ss")), entry.level,
+              users[random.bounded(users.size())], entry.event.arg(random.bounded(2, 1000))},
+             i});
         time = time.addSecs(-random.bounded(5, 240));
     }
     return log;
@@ -56,11 +64,11 @@ std::vector<LogEntry> makeLog(int count)
 void sortLog(std::vector<LogEntry> &log, int column, Qt::SortOrder order)
 {
     const auto at = std::size_t(column);
-    std::stable_sort(log.begin(), log.end(),
-                     [at, order](const LogEntry &left, const LogEntry &right) {
-                         return order == Qt::AscendingOrder ? left.at(at) < right.at(at)
-                                                            : right.at(at) < left.at(at);
-                     });
+    std::stable_sort(
+        log.begin(), log.end(), [at, order](const LogEntry &left, const LogEntry &right) {
+            return order == Qt::AscendingOrder ? left.texts.at(at) < right.texts.at(at)
+                                               : right.texts.at(at) < left.texts.at(at);
+        });
 }
 
 KovaTableColumnsInfo logColumns()
@@ -75,17 +83,54 @@ KovaTableColumnsInfo logColumns()
 
 void showEntries(QTableWidget *table, const std::vector<LogEntry> &log, int first, int count)
 {
+    first = qBound(0, first, int(log.size()));
     const int shown = qBound(0, int(log.size()) - first, count);
     const QSignalBlocker quiet(table);
     table->setRowCount(shown);
     for (int row = 0; row < shown; ++row) {
         const LogEntry &entry = log[std::size_t(first) + std::size_t(row)];
-        for (int column = 0; column < int(entry.size()); ++column) {
-            const QString &text = entry.at(std::size_t(column));
+        for (int column = 0; column < int(entry.texts.size()); ++column) {
+            const QString &text = entry.texts.at(std::size_t(column));
             if (QTableWidgetItem *item = table->item(row, column))
                 item->setText(text);
             else
                 table->setItem(row, column, new QTableWidgetItem(text));
         }
+        table->item(row, 0)->setData(numberRole, entry.number);
     }
+}
+
+LogSelection selectionOf(const QTableWidget *table)
+{
+    const QItemSelectionModel *model = table->selectionModel();
+    LogSelection selection;
+    for (int row = 0; row < table->rowCount(); ++row) {
+        if (model->isRowSelected(row, QModelIndex()))
+            selection.selected.insert(numberAt(table, row));
+    }
+    if (table->currentRow() >= 0)
+        selection.current = numberAt(table, table->currentRow());
+    return selection;
+}
+
+void restoreSelection(QTableWidget *table, const LogSelection &selection)
+{
+    const QSignalBlocker quiet(table);
+    const int column = qMax(0, table->currentColumn());
+    int current = 0;
+    QItemSelection rows;
+    for (int row = 0; row < table->rowCount(); ++row) {
+        const int number = numberAt(table, row);
+        if (number == selection.current)
+            current = row;
+        if (selection.selected.contains(number)) {
+            const QAbstractItemModel *model = table->model();
+            rows.append(QItemSelectionRange(model->index(row, 0),
+                                            model->index(row, table->columnCount() - 1)));
+        }
+    }
+    table->selectionModel()->setCurrentIndex(table->model()->index(current, column),
+                                             QItemSelectionModel::NoUpdate);
+    table->selectionModel()->select(rows, QItemSelectionModel::ClearAndSelect);
+    table->scrollTo(table->currentIndex());
 }

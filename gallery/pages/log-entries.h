@@ -1,5 +1,6 @@
 #pragma once
 
+#include <QSet>
 #include <QString>
 #include <Qt>
 
@@ -11,8 +12,12 @@ class KovaTableColumnsInfo;
 
 // The log of a made-up backup program, the same at every start.
 
-// One line of the log, a text for each column.
-using LogEntry = std::array<QString, 4>;
+// One line of the log: a text for each column, and a number that it keeps wherever it is sorted to.
+struct LogEntry
+{
+    std::array<QString, 4> texts;
+    int number;
+};
 
 enum LogColumn { LogTime, LogLevel, LogUser, LogEvent };
 
@@ -25,5 +30,19 @@ void sortLog(std::vector<LogEntry> &log, int column, Qt::SortOrder order);
 // The columns of a table of entries.
 [[nodiscard]] KovaTableColumnsInfo logColumns();
 
-// Shows @p count entries of @p log from @p first on, and makes or reuses the items for them.
+// Shows @p count entries of @p log from @p first on, and makes or reuses the items for them. A page
+// that does not exist is empty.
 void showEntries(QTableWidget *table, const std::vector<LogEntry> &log, int first, int count);
+
+// Which entries, by their numbers, are selected and current in a table.
+struct LogSelection
+{
+    QSet<int> selected;
+    int current = -1;
+};
+
+[[nodiscard]] LogSelection selectionOf(const QTableWidget *table);
+
+// Selects in @p table what is shown there of @p selection and nothing else, and brings the current
+// entry into sight, or the first row if it is not there.
+void restoreSelection(QTableWidget *table, const LogSelection &selection);

@@ -41,6 +41,8 @@ LogPage::LogPage()
     card->add(list);
     add(card);
 
+    connect(m_view->getTable(), &QTableWidget::itemSelectionChanged, this,
+            [this] { m_selection = selectionOf(m_view->getTable()); });
     connect(m_bar, &KovaPagingBar::sigPageChanged, this, [this] {
         loadPage();
         report(QStringLiteral("Page %1 of %2.").arg(m_model->nowPage()).arg(m_model->pageCount()));
@@ -55,9 +57,9 @@ LogPage::LogPage()
 
 void LogPage::loadPage()
 {
-    const int first = m_model->startItem();
+    const int first = qBound(0, m_model->startItem(), entryCount);
     showEntries(m_view->getTable(), m_log, first, m_model->rowLimit());
-    m_view->getTable()->scrollToTop();
+    restoreSelection(m_view->getTable(), m_selection);
     const QLocale locale(QLocale::English);
     const int last = first + m_view->getTable()->rowCount();
     m_bar->setFooterInfo({QStringLiteral("%1 - %2 of %3")

@@ -20,6 +20,7 @@ private:
     void sortBy(int column);
 
     std::vector<LogEntry> m_log;
+    LogSelection m_selection;
     KovaTableWidget *m_view;
     KovaPagingModel *m_model;
     KovaPagingBar *m_bar;

@@ -32,9 +32,10 @@ LongTablePage::LongTablePage()
     connect(header, &QHeaderView::sectionClicked, this, [this, header](int column) {
         if (column > LogEvent)
             return;
+        const LogSelection selection = selectionOf(m_view->getTable());
         sortLog(m_log, column, header->sortIndicatorOrder());
         showEntries(m_view->getTable(), m_log, 0, entryCount);
-        m_view->getTable()->scrollToTop();
+        restoreSelection(m_view->getTable(), selection);
         report(QStringLiteral("Sorted %1 rows.").arg(entryCount));
     });
     card->add(m_view);

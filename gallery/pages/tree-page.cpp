@@ -18,6 +18,12 @@ namespace {
 
 constexpr int pathRole = Qt::UserRole;
 
+bool isMenuKey(const QKeyEvent *event)
+{
+    return event->key() == Qt::Key_Menu
+        || (event->key() == Qt::Key_F10 && event->modifiers() == Qt::ShiftModifier);
+}
+
 } // namespace
 
 TreePage::TreePage()
@@ -40,7 +46,7 @@ TreePage::TreePage()
     addPopup(m_tree, QStringLiteral("menu"), [this] {
         QTreeWidgetItem *item = m_tree->topLevelItem(1);
         m_tree->setCurrentItem(item);
-        openMenu(m_tree->visualItemRect(item).center(), item);
+        openMenuAtName(item);
     });
     addScene(QStringLiteral("rename"), [this] {
         QTreeWidgetItem *item = m_tree->topLevelItem(2);
@@ -87,8 +93,8 @@ void TreePage::setUpTree()
     connect(m_tree, &KovaTreeWidget::sigKeyPressEvent, this, [this](QKeyEvent *event) {
         if (event->key() == Qt::Key_Insert)
             addFolder(m_tree->currentItem());
-        else if (event->key() == Qt::Key_Menu)
-            openMenu(m_tree->visualItemRect(m_tree->currentItem()).center(), m_tree->currentItem());
+        else if (isMenuKey(event))
+            openMenuAtName(m_tree->currentItem());
     });
     connect(m_delegate, &ItemDelegate::sigKeyPressed, this,
             [this] { report(QStringLiteral("The name stays as it was.")); });
@@ -115,7 +121,8 @@ FileSystemTreeWidgetItem *TreePage::addItem(const QString &path, QTreeWidgetItem
         item->readOnly = true;
     } else {
         item->setFlags(item->flags() | Qt::ItemIsEditable | Qt::ItemIsAutoTristate);
-        item->setCheckState(0, Qt::Unchecked);
+        const bool isInChosen = parent && parent->checkState(0) == Qt::Checked;
+        item->setCheckState(0, isInChosen ? Qt::Checked : Qt::Unchecked);
     }
     if (parent)
         parent->addChild(item);
@@ -184,6 +191,19 @@ void TreePage::openMenu(const QPoint &position, QTreeWidgetItem *item)
     connect(m_menu->addAction(QStringLiteral("Sort from Z to A")), &QAction::triggered, this,
             [this] { sort(Qt::DescendingOrder); });
     m_menu->popup(m_tree->viewport()->mapToGlobal(position));
+}
+
+// Under the name, as the keyboard has no place of its own.
+void TreePage::openMenuAtName(QTreeWidgetItem *item)
+{
+    if (item)
+        m_tree->scrollToItem(item);
+    const QRect row = m_tree->visualItemRect(item);
+    const bool fromRight = m_tree->isRightToLeft();
+    const int checkBox = kovaPx(24);
+    openMenu(fromRight ? row.bottomRight() - QPoint(checkBox, 0)
+                       : row.bottomLeft() + QPoint(checkBox, 0),
+             item);
 }
 
 void TreePage::reportChosen()

@@ -28,6 +28,7 @@ private:
     void addFolder(QTreeWidgetItem *parent);
     void sort(Qt::SortOrder order);
     void openMenu(const QPoint &position, QTreeWidgetItem *item);
+    void openMenuAtName(QTreeWidgetItem *item);
     void reportChosen();
 
     QTemporaryDir m_folder;

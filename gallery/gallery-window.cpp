@@ -54,8 +54,9 @@ QWidget *GalleryWindow::makeNavigation(const QString &language)
     name->setContentsMargins(kovaPx(10), 0, 0, 0);
     layout->addWidget(name);
 
-    setStyleKey(m_list, "gallery.page_list");
-    m_list->setAccessibleName(QStringLiteral("Pages"));
+    m_list->setStyleSheet(getStyleSheet("gallery.page_list", false)
+                          + getStyleSheet("component.scrollbar", false));
+    m_list->setAccessibleName(tr("Pages"));
     m_list->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
     layout->addWidget(m_list, 1);
 

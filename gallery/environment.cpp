@@ -63,9 +63,24 @@ void ensureEnvironment(const GalleryOptions &options, char **argv)
     std::perror("kovakit-gallery: cannot start anew with the chosen scale and language");
 }
 
-bool hasDisplay()
+bool hasDisplay(const GalleryOptions &options)
 {
+    for (const char *name : {"-platform", "-display"}) {
+        if (options.qtOptions.contains(QLatin1String(name))
+            || options.qtOptions.contains(QLatin1Char('-') + QLatin1String(name)))
+            return true;
+    }
     return !qEnvironmentVariableIsEmpty("DISPLAY")
         || !qEnvironmentVariableIsEmpty("WAYLAND_DISPLAY")
         || !qEnvironmentVariableIsEmpty("QT_QPA_PLATFORM");
+}
+
+QString instanceName(const GalleryOptions &options)
+{
+    QStringList parts = {QStringLiteral("kovakit-gallery"), QString::number(options.scale),
+                         options.language, options.theme};
+    // Under Wayland, DISPLAY is that of the X server for old programs, or empty.
+    for (const char *name : {"DISPLAY", "WAYLAND_DISPLAY", "XDG_RUNTIME_DIR", "QT_QPA_PLATFORM"})
+        parts.append(qEnvironmentVariable(name));
+    return (parts + options.qtOptions).join(QLatin1Char('\n'));
 }

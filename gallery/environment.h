@@ -1,5 +1,7 @@
 #pragma once
 
+#include <QString>
+
 struct GalleryOptions;
 
 // Sees to the environment that @p options need: Qt and fontconfig read it once, while they load.
@@ -7,5 +9,8 @@ struct GalleryOptions;
 // return means that it is.
 void ensureEnvironment(const GalleryOptions &options, char **argv);
 
-// Whether a window can be opened in this environment.
-[[nodiscard]] bool hasDisplay();
+// Whether a window can be opened in this environment, with @p options.
+[[nodiscard]] bool hasDisplay(const GalleryOptions &options);
+
+// The same for galleries that look alike on the same display, which are to be one process.
+[[nodiscard]] QString instanceName(const GalleryOptions &options);

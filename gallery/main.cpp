@@ -57,15 +57,6 @@ int runScreenshots(GalleryWindow *window, const GalleryOptions &options)
 #ifdef GALLERY_IS_SINGLE
 using Application = QtSingleApplication;
 
-// Galleries that look alike on the same display are one program.
-QString instanceName(const GalleryOptions &options)
-{
-    return QStringLiteral("kovakit-gallery %1 %2 %3 %4")
-        .arg(qEnvironmentVariable("DISPLAY"))
-        .arg(options.scale)
-        .arg(options.language, options.theme);
-}
-
 // Whether a gallery that runs already has raised its window and shows the page that is asked for.
 bool isShownElsewhere(QtSingleApplication &app, const GalleryOptions &options)
 {
@@ -87,11 +78,6 @@ public:
     {
     }
 };
-
-QString instanceName(const GalleryOptions &)
-{
-    return QString();
-}
 
 bool isShownElsewhere(QApplication &, const GalleryOptions &)
 {
@@ -127,7 +113,7 @@ int main(int argc, char **argv)
         return 0;
     }
     ensureEnvironment(options, argv);
-    if (!hasDisplay()) {
+    if (!hasDisplay(options)) {
         return complain(QStringLiteral("There is no display to open a window on (DISPLAY is not "
                                        "set). Use --screenshots DIR to get pictures instead."),
                         failed);

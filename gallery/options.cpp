@@ -4,6 +4,7 @@
 #include "page-registry.h"
 
 #include <QCommandLineParser>
+#include <QSet>
 
 namespace {
 
@@ -16,6 +17,46 @@ QStringList pageNames()
     for (const PageEntry &entry : pageRegistry())
         names.append(entry.name);
     return names;
+}
+
+// How many arguments, itself included, the option of Qt at @p argument takes; 0 if it is none of
+// them. Qt does not tell which ones it knows before it takes them out of main()'s arguments, and
+// then the scale is measured already.
+int qtOptionLength(const QString &argument)
+{
+    static const QSet<QString> switches = {QStringLiteral("reverse"), QStringLiteral("nograb"),
+                                           QStringLiteral("dograb"), QStringLiteral("sync"),
+                                           QStringLiteral("widgetcount")};
+    static const QSet<QString> withValue = {
+        QStringLiteral("style"),         QStringLiteral("stylesheet"),
+        QStringLiteral("platform"),      QStringLiteral("platformpluginpath"),
+        QStringLiteral("platformtheme"), QStringLiteral("plugin"),
+        QStringLiteral("display"),       QStringLiteral("name"),
+        QStringLiteral("title"),         QStringLiteral("icon"),
+        QStringLiteral("geometry"),      QStringLiteral("qwindowtitle"),
+        QStringLiteral("qwindowicon"),   QStringLiteral("qwindowgeometry"),
+        QStringLiteral("session")};
+    if (!argument.startsWith(QLatin1Char('-')))
+        return 0;
+    const QString name = argument.mid(argument.startsWith(QLatin1String("--")) ? 2 : 1);
+    if (switches.contains(name) || name.startsWith(QLatin1String("style="))
+        || name.startsWith(QLatin1String("stylesheet=")))
+        return 1;
+    return withValue.contains(name) ? 2 : 0;
+}
+
+// Takes Qt's options out of @p arguments and returns them.
+QStringList takeQtOptions(QStringList *arguments)
+{
+    QStringList taken;
+    QStringList left;
+    while (!arguments->isEmpty()) {
+        const int length = left.isEmpty() ? 0 : qtOptionLength(arguments->constFirst());
+        for (int i = 0; i < qMax(1, length) && !arguments->isEmpty(); ++i)
+            (length > 0 ? taken : left).append(arguments->takeFirst());
+    }
+    *arguments = left;
+    return taken;
 }
 
 QString checkScale(const QString &text, double *scale)
@@ -32,8 +73,10 @@ QString checkScale(const QString &text, double *scale)
 
 } // namespace
 
-QString parseOptions(const QStringList &arguments, GalleryOptions *options)
+QString parseOptions(const QStringList &given, GalleryOptions *options)
 {
+    QStringList arguments = given;
+    options->qtOptions = takeQtOptions(&arguments);
     const QCommandLineOption help(QStringList{QStringLiteral("h"), QStringLiteral("help")});
     const auto withValue = [](const char *name) {
         return QCommandLineOption(QString::fromLatin1(name), QString(), QStringLiteral("value"));
@@ -86,6 +129,9 @@ QString helpText()
                           "                     of all that opens over it, then quit; needs no "
                           "display\n"
                           "  --help             this text\n"
+                          "\n"
+                          "Options of Qt, such as -reverse, -style NAME and -platform NAME, are "
+                          "understood too.\n"
                           "\n"
                           "Pages: %3.\n"
                           "Languages: %4.\n")

@@ -19,6 +19,14 @@ void GalleryPage::add(QWidget *widget)
     m_column->addWidget(widget);
 }
 
+void GalleryPage::addGrowing(QWidget *widget)
+{
+    m_column->addWidget(widget, 1);
+    auto *whole = static_cast<QBoxLayout *>(layout());
+    whole->setStretchFactor(m_column, 1);
+    whole->setStretch(1, 0);
+}
+
 void GalleryPage::addSideBySide(std::initializer_list<QWidget *> widgets)
 {
     auto *row = new QHBoxLayout;

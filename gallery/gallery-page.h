@@ -53,6 +53,9 @@ protected:
     void add(QWidget *widget);
 
     // Appends several widgets, side by side and equally wide.
+    // The same for one that takes the height that the window has left over.
+    void addGrowing(QWidget *widget);
+
     void addSideBySide(std::initializer_list<QWidget *> widgets);
 
     // Names something that the page can open over itself.

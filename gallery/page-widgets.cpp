@@ -55,6 +55,18 @@ void Card::add(QWidget *widget)
     m_column->addWidget(widget);
 }
 
+void Card::addGrowing(QWidget *widget)
+{
+    m_column->addWidget(widget, 1);
+    m_column->setAlignment(Qt::Alignment());
+}
+
+void Card::addGrowing(QLayout *layout)
+{
+    m_column->addLayout(layout, 1);
+    m_column->setAlignment(Qt::Alignment());
+}
+
 void Card::add(QLayout *layout)
 {
     m_column->addLayout(layout);

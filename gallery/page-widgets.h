@@ -36,6 +36,10 @@ public:
     // Appends @p layout below the others.
     void add(QLayout *layout);
 
+    // The same for what takes the height that the card has left over.
+    void addGrowing(QWidget *widget);
+    void addGrowing(QLayout *layout);
+
     // Appends @p widgets in a row, left-aligned, each as wide as it wants to be.
     void addRow(std::initializer_list<QWidget *> widgets);
 

@@ -24,10 +24,9 @@ LogPage::LogPage()
     , m_model(new KovaPagingModel(rowsPerPage, this))
     , m_bar(new KovaPagingBar(m_model))
 {
-    auto *card =
-        new Card(QStringLiteral("100,000 entries, 50 on a page"),
-                 QStringLiteral("Click a title to sort, drag an edge to resize a column."));
-    m_view->setFixedHeight(kovaPx(420));
+    auto *card = new Card(tr("100,000 entries, 50 on a page"),
+                          tr("Click a title to sort, drag an edge to resize a column."));
+    m_view->setMinimumHeight(kovaPx(240));
     QHeaderView *header = m_view->getHeader();
     header->setSectionsClickable(true);
     header->setSortIndicatorShown(true);
@@ -36,10 +35,10 @@ LogPage::LogPage()
 
     auto *list = new QVBoxLayout;
     list->setSpacing(0);
-    list->addWidget(m_view);
+    list->addWidget(m_view, 1);
     list->addWidget(m_bar);
-    card->add(list);
-    add(card);
+    card->addGrowing(list);
+    addGrowing(card);
 
     connect(m_view->getTable(), &QTableWidget::itemSelectionChanged, this,
             [this] { m_selection = selectionOf(m_view->getTable()); });

@@ -18,13 +18,11 @@ LongTablePage::LongTablePage()
     : m_log(makeLog(entryCount))
     , m_view(new KovaTableWidget(logColumns()))
 {
-    auto *card = new Card(QStringLiteral("100,000 entries at once"),
-                          QStringLiteral("Every entry is a row. Click a title to sort."));
-    card->addRow({makeRowLabel(QStringLiteral("Columns:")),
-                  makeSwitch(LogTime, QStringLiteral("Time")),
-                  makeSwitch(LogLevel, QStringLiteral("Level")),
-                  makeSwitch(LogUser, QStringLiteral("User"))});
-    m_view->setFixedHeight(kovaPx(420));
+    auto *card =
+        new Card(tr("100,000 entries at once"), tr("Every entry is a row. Click a title to sort."));
+    card->addRow({makeRowLabel(tr("Columns:")), makeSwitch(LogTime, tr("Time")),
+                  makeSwitch(LogLevel, tr("Level")), makeSwitch(LogUser, tr("User"))});
+    m_view->setMinimumHeight(kovaPx(240));
     QHeaderView *header = m_view->getHeader();
     header->setSectionsClickable(true);
     header->setSortIndicatorShown(true);
@@ -38,8 +36,8 @@ LongTablePage::LongTablePage()
         restoreSelection(m_view->getTable(), selection);
         report(QStringLiteral("Sorted %1 rows.").arg(entryCount));
     });
-    card->add(m_view);
-    add(card);
+    card->addGrowing(m_view);
+    addGrowing(card);
     showEntries(m_view->getTable(), m_log, 0, entryCount);
 }
 

@@ -36,12 +36,12 @@ TreePage::TreePage()
     makeFolders();
     setUpTree();
 
-    auto *card = new Card(
-        QStringLiteral("Folders to back up"),
-        QStringLiteral("A real folder. F2 renames, Insert makes a new folder, the right button "
-                       "opens a menu. No name can hold a slash or begin with a dot."));
-    card->add(m_tree);
-    add(card);
+    auto *card =
+        new Card(tr("Folders to back up"),
+                 tr("A real folder. F2 renames, Insert makes a new folder, the right button "
+                    "opens a menu. No name can hold a slash or begin with a dot."));
+    card->addGrowing(m_tree);
+    addGrowing(card);
 
     addPopup(m_tree, QStringLiteral("menu"), [this] {
         QTreeWidgetItem *item = m_tree->topLevelItem(1);
@@ -72,7 +72,7 @@ void TreePage::setUpTree()
     m_tree->setStyleSheet(getStyleSheet("theme.tree", false)
                           + getStyleSheet("component.scrollbar", false));
     m_tree->setBackgroundColor(QColor(0xD6, 0xE8, 0xF6), QColor(0xED, 0xF5, 0xFB));
-    m_tree->setFixedHeight(kovaPx(420));
+    m_tree->setMinimumHeight(kovaPx(240));
 
     // The home entry is put in first: nothing sorts before it then.
     addItem(m_folder.filePath(QStringLiteral("My home")), nullptr)->tag = QStringLiteral("home");

@@ -30,7 +30,8 @@ GalleryWindow::GalleryWindow(const QString &language)
         m_list->addItem(entry.title);
         m_stack->addWidget(new QWidget);
     }
-    connect(m_list, &QListWidget::currentRowChanged, this, &GalleryWindow::showPage);
+    // Not currentRowChanged(): assistive technology selects a row and leaves the current one.
+    connect(m_list, &QListWidget::itemSelectionChanged, this, &GalleryWindow::showSelected);
     m_list->setCurrentRow(0);
     setMinimumSize(kovaPx(640), kovaPx(400));
 }
@@ -116,6 +117,21 @@ QWidget *GalleryWindow::makePageFrame(int index)
     layout->addWidget(area, 1);
     return frame;
 }
+void GalleryWindow::showSelected()
+{
+    const QList<QListWidgetItem *> chosen = m_list->selectedItems();
+    if (!chosen.isEmpty()) {
+        showPage(m_list->row(chosen.constFirst()));
+        return;
+    }
+    // Not at once: assistive technology clears the selection before it selects.
+    const auto select = [this] {
+        if (m_list->selectedItems().isEmpty())
+            m_list->setCurrentRow(m_stack->currentIndex());
+    };
+    QMetaObject::invokeMethod(this, select, Qt::QueuedConnection);
+}
+
 
 GalleryPage *GalleryWindow::showPage(int index)
 {

@@ -36,6 +36,8 @@ private:
     QWidget *makeNavigation(const QString &language);
     QWidget *makeContent();
     QWidget *makePageFrame(int index);
+    // Shows the page that is selected in the list; selects the one that is shown if none is.
+    void showSelected();
     void showReport(const QString &text);
 
     QListWidget *m_list;

@@ -8,6 +8,7 @@
 #include <kovakit-qt/widgets/kova-radio-button.h>
 
 #include <QGridLayout>
+#include <QSignalBlocker>
 
 #include <algorithm>
 
@@ -84,6 +85,7 @@ QWidget *ChecksPage::makeFolders()
     network->setEnabled(false);
 
     const auto count = [folders] {
+        const QSignalBlocker quiet(all);
         return int(std::count_if(folders.begin(), folders.end(),
                                  [](const QCheckBox *box) { return box->isChecked(); }));
     };
@@ -95,8 +97,8 @@ QWidget *ChecksPage::makeFolders()
         report(QStringLiteral("%1 of %2 folders are backed up.").arg(chosen).arg(folders.size()));
     };
     followFolders();
-    connect(all, &QCheckBox::clicked, this, [folders, followFolders, count] {
-        const bool choose = count() < folders.size();
+    // Not clicked(): assistive technology ticks without a click.
+    connect(all, &QCheckBox::stateChanged, this, [folders, followFolders](int state) {
         for (QCheckBox *box : folders)
             box->setChecked(choose);
         followFolders();
@@ -106,7 +108,7 @@ QWidget *ChecksPage::makeFolders()
     auto *indented = new QVBoxLayout;
     indented->setContentsMargins(kovaPx(24), 0, 0, 0);
     for (QCheckBox *box : folders) {
-        connect(box, &QCheckBox::clicked, this, followFolders);
+        connect(box, &QCheckBox::toggled, this, followFolders);
         indented->addWidget(box);
     }
     indented->addWidget(network);
@@ -131,8 +133,10 @@ QWidget *ChecksPage::makeSchedule()
     for (const QString &choice : choices) {
         auto *button = new KovaRadioButton(choice);
         button->setChecked(choice == choices[1]);
-        connect(button, &QRadioButton::clicked, this,
-                [this, choice] { report(QStringLiteral("Chosen: %1.").arg(choice)); });
+        connect(button, &QRadioButton::toggled, this, [this, choice](bool chosen) {
+            if (chosen)
+                report(tr("Chosen: %1.").arg(choice));
+        });
         card->add(button);
     }
     auto *never = new KovaRadioButton(QStringLiteral("When plugged in (desktop computer)"));

@@ -5,6 +5,7 @@
 #include <kovakit-qt/style/dpi-info.h>
 #include <kovakit-qt/style/style-manager.h>
 #include <kovakit-qt/widgets/kova-button-path.h>
+#include <kovakit-qt/widgets/kova-button.h>
 
 #include <QDir>
 #include <QListWidget>
@@ -67,10 +68,19 @@ QWidget *PathPage::makeWalk()
     m_folders = new QListWidget;
     m_folders->setStyleSheet(getStyleSheet("gallery.page_list", false)
                              + getStyleSheet("component.scrollbar", false));
-    m_folders->setAccessibleName(QStringLiteral("Folders inside"));
-    m_folders->setFixedHeight(kovaPx(190));
+    m_folders->setAccessibleName(tr("Folders inside"));
+    m_folders->setFixedHeight(kovaPx(150));
     connect(m_folders, &QListWidget::itemActivated, this,
             [this](const QListWidgetItem *item) { goTo(QDir(m_path).filePath(item->text())); });
+    // For those who can select a folder and not activate it.
+    auto *open = new KovaButton(tr("Open folder"), KovaButton::Standard);
+    open->setEnabled(false);
+    connect(open, &QPushButton::clicked, this, [this] {
+        goTo(QDir(m_path).filePath(m_folders->selectedItems().constFirst()->text()));
+    });
+    connect(m_folders, &QListWidget::itemSelectionChanged, open,
+            [this, open] { open->setEnabled(!m_folders->selectedItems().isEmpty()); });
+    card->addRow({open});
     card->add(m_folders);
     return card;
 }

@@ -64,7 +64,7 @@ KovaLineEdit *SettingsPage::makeField(const QString &caption, const QString &tex
     field->getLineEdit()->setText(text);
     field->getLineEdit()->setFixedSize(kovaPx(fieldWidth), kovaPx(28));
     field->getPostLabel()->setText(unit);
-    connect(field->getLineEdit(), &QLineEdit::textEdited, this, [this, field] {
+    connect(field->getLineEdit(), &QLineEdit::textChanged, this, [this, field] {
         if (field->getLineEdit()->property("error").toBool())
             check(field);
     });
@@ -93,9 +93,9 @@ QWidget *SettingsPage::makeForm()
     times->addItems(hours());
     times->setCurrentIndex(26);
     times->setFixedWidth(kovaPx(fieldWidth));
-    connect(times, &QComboBox::textActivated, this,
-            [this](const QString &text) { report(QStringLiteral("Chosen: %1.").arg(text)); });
-    QLabel *caption = makeRowLabel(QStringLiteral("&Time"));
+    connect(times, &QComboBox::currentTextChanged, this,
+            [this](const QString &text) { report(tr("Chosen: %1.").arg(text)); });
+    QLabel *caption = makeRowLabel(tr("&Time"));
     setStyleKey(caption, "component.lineedit_label");
     caption->setBuddy(times);
     caption->setFixedWidth(kovaPx(captionWidth));

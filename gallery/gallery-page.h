@@ -29,8 +29,9 @@ struct Scene
 //
 // To add a page, derive from this class in pages/<topic>-page.{h,cpp}, fill it with the helpers of
 // page-widgets.h, give addScene() whatever opens over the page, and add a line to
-// page-registry.cpp. A page should need no scroll bar in a window of 960 by 680 design pixels, for
-// the picture of a page is one of the window. Do not start timers or show anything at construction.
+// page-registry.cpp. Words stand in tr(), and their translations in words/*.json. A page should
+// need no scroll bar in a window of 960 by 680 design pixels, for the picture of a page is one of
+// the window. Do not start timers or show anything at construction.
 class GalleryPage : public QWidget
 {
     Q_OBJECT
@@ -52,10 +53,10 @@ protected:
     // Appends @p widget, usually a card, to the column.
     void add(QWidget *widget);
 
-    // Appends several widgets, side by side and equally wide.
     // The same for one that takes the height that the window has left over.
     void addGrowing(QWidget *widget);
 
+    // Appends several widgets, side by side and equally wide.
     void addSideBySide(std::initializer_list<QWidget *> widgets);
 
     // Names something that the page can open over itself.

@@ -27,7 +27,7 @@ GalleryWindow::GalleryWindow(const QString &language)
     layout->addWidget(makeContent(), 1);
 
     for (const PageEntry &entry : pageRegistry()) {
-        m_list->addItem(entry.title);
+        m_list->addItem(GalleryPage::tr(entry.title));
         m_stack->addWidget(new QWidget);
     }
     // Not currentRowChanged(): assistive technology selects a row and leaves the current one.
@@ -61,9 +61,8 @@ QWidget *GalleryWindow::makeNavigation(const QString &language)
     m_list->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
     layout->addWidget(m_list, 1);
 
-    QLabel *settings = makeRowLabel(QStringLiteral("Scale %1, language %2")
-                                        .arg(DPIinfo::getInstance()->getDPI(), 0, 'g', 3)
-                                        .arg(language));
+    QLabel *settings = makeRowLabel(
+        tr("Scale %1, language %2").arg(DPIinfo::getInstance()->getDPI(), 0, 'g', 3).arg(language));
     settings->setContentsMargins(kovaPx(10), 0, 0, 0);
     layout->addWidget(settings);
     return column;
@@ -97,10 +96,10 @@ QWidget *GalleryWindow::makePageFrame(int index)
     auto *heading = new QVBoxLayout;
     heading->setContentsMargins(kovaPx(24), kovaPx(16), kovaPx(24), kovaPx(8));
     heading->setSpacing(kovaPx(2));
-    auto *title = new QLabel(entry.title);
+    auto *title = new QLabel(GalleryPage::tr(entry.title));
     setStyleKey(title, "gallery.page_title");
     heading->addWidget(title);
-    heading->addWidget(makeCaption(entry.summary));
+    heading->addWidget(makeCaption(GalleryPage::tr(entry.summary)));
     layout->addLayout(heading);
 
     GalleryPage *page = entry.create();
@@ -117,6 +116,7 @@ QWidget *GalleryWindow::makePageFrame(int index)
     layout->addWidget(area, 1);
     return frame;
 }
+
 void GalleryWindow::showSelected()
 {
     const QList<QListWidgetItem *> chosen = m_list->selectedItems();
@@ -131,7 +131,6 @@ void GalleryWindow::showSelected()
     };
     QMetaObject::invokeMethod(this, select, Qt::QueuedConnection);
 }
-
 
 GalleryPage *GalleryWindow::showPage(int index)
 {
@@ -149,7 +148,7 @@ GalleryPage *GalleryWindow::showPage(int index)
         clearReport();
     m_stack->setCurrentIndex(index);
     m_list->setCurrentRow(index);
-    setWindowTitle(pageRegistry()[std::size_t(index)].title + QStringLiteral(" - KovaKit gallery"));
+    setWindowTitle(tr("%1 - KovaKit gallery").arg(m_list->item(index)->text()));
     return page;
 }
 
@@ -174,5 +173,5 @@ void GalleryWindow::showReport(const QString &text)
 
 void GalleryWindow::clearReport()
 {
-    showReport(QStringLiteral("What you do on this page is told here."));
+    showReport(tr("What you do on this page is told here."));
 }

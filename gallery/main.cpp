@@ -4,6 +4,7 @@
 #include "languages.h"
 #include "options.h"
 #include "screenshots.h"
+#include "words.h"
 
 #include <kovakit-qt/style/dpi-info.h>
 #include <kovakit-qt/utils/kova-locale.h>
@@ -145,6 +146,8 @@ int main(int argc, char **argv)
     if (!obstacle.isEmpty())
         return complain(obstacle, badUsage);
 
+    GalleryWords words(hostLanguage());
+    QCoreApplication::installTranslator(&words);
     GalleryWindow window(language);
     window.showPageNamed(options.page);
     if (options.screenshots.isEmpty())

@@ -10,8 +10,8 @@ class GalleryPage;
 struct PageEntry
 {
     QString name; // for --page and for the names of pictures
-    QString title;
-    QString summary; // one sentence under the title
+    const char *title; // in English, for GalleryPage::tr()
+    const char *summary; // one sentence under the title, likewise
     GalleryPage *(*create)();
 };
 

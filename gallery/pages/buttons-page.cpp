@@ -13,16 +13,6 @@ namespace {
 
 using PinnedButton = PinnedState<KovaButton, QStyleOptionButton, QStyle::CE_PushButton>;
 
-const QStringList &stateNames()
-{
-    static const QStringList names = {
-        QStringLiteral("Try it"),       QStringLiteral("Under the pointer"),
-        QStringLiteral("Pressed"),      QStringLiteral("With the focus"),
-        QStringLiteral("Switched off"),
-    };
-    return names;
-}
-
 } // namespace
 
 ButtonsPage::ButtonsPage()
@@ -33,21 +23,23 @@ ButtonsPage::ButtonsPage()
 
 QWidget *ButtonsPage::makeLooks()
 {
-    auto *card = new Card(QStringLiteral("Looks and states"),
-                          QStringLiteral("The first button of each row is alive. The others show "
-                                         "what it looks like in each of its states."));
+    auto *card = new Card(tr("Looks and states"),
+                          tr("The first button of each row is alive. The others show "
+                             "what it looks like in each of its states."));
     auto *grid = new QGridLayout;
     grid->setHorizontalSpacing(kovaPx(12));
     grid->setVerticalSpacing(kovaPx(8));
-    for (int column = 0; column < stateNames().size(); ++column)
-        grid->addWidget(makeRowLabel(stateNames()[column]), 0, column + 1);
+    int column = 1;
+    for (const QString &state : {tr("Try it"), tr("Under the pointer"), tr("Pressed"),
+                                 tr("With the focus"), tr("Switched off")})
+        grid->addWidget(makeRowLabel(state), 0, column++);
 
-    addLook(grid, KovaButton::Apply, QStringLiteral("Apply"), QStringLiteral("Back up"));
-    addLook(grid, KovaButton::Standard, QStringLiteral("Standard"), QStringLiteral("Browse"));
-    addLook(grid, KovaButton::Cancel, QStringLiteral("Cancel"), QStringLiteral("Not now"));
-    addLook(grid, KovaButton::Red, QStringLiteral("Red"), QStringLiteral("Delete"));
-    addLook(grid, KovaButton::SelectedPage, QStringLiteral("Current page"), QStringLiteral("3"));
-    addLook(grid, KovaButton::OtherPage, QStringLiteral("Other page"), QStringLiteral("4"));
+    addLook(grid, KovaButton::Apply, tr("Apply"), tr("Back up"));
+    addLook(grid, KovaButton::Standard, tr("Standard"), tr("Browse"));
+    addLook(grid, KovaButton::Cancel, tr("Cancel"), tr("Not now"));
+    addLook(grid, KovaButton::Red, tr("Red"), tr("Delete"));
+    addLook(grid, KovaButton::SelectedPage, tr("Current page"), QStringLiteral("3"));
+    addLook(grid, KovaButton::OtherPage, tr("Other page"), QStringLiteral("4"));
     grid->setColumnStretch(grid->columnCount(), 1);
     card->add(grid);
     return card;
@@ -69,10 +61,9 @@ void ButtonsPage::addLook(QGridLayout *grid, int type, const QString &name, cons
 
 QWidget *ButtonsPage::makeWords()
 {
-    auto *card =
-        new Card(QStringLiteral("In the language of the user"),
-                 QStringLiteral("A button is as wide as its text asks for. These texts are "
-                                "the library's own; start with --lang to change them."));
+    auto *card = new Card(tr("In the language of the user"),
+                          tr("A button is as wide as its text asks for. These texts are "
+                             "the library's own; start with --lang to change them."));
     const auto word = [](const char *key) {
         return ComponentStrings::getInstance()->getString(QString::fromLatin1(key));
     };
@@ -87,6 +78,6 @@ QPushButton *ButtonsPage::makeLive(const QString &text, int type)
 {
     auto *button = new KovaButton(text, type);
     connect(button, &QPushButton::clicked, this,
-            [this, text] { report(QStringLiteral("\"%1\" was clicked.").arg(text)); });
+            [this, text] { report(tr("\"%1\" was clicked.").arg(text)); });
     return button;
 }

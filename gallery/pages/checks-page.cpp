@@ -19,28 +19,24 @@ using PinnedRadioButton = PinnedState<KovaRadioButton, QStyleOptionButton, QStyl
 
 struct Look
 {
-    QString name;
+    const char *name;
     QStyle::State added;
     bool enabled;
 };
 
-const std::vector<Look> &looks()
-{
-    static const std::vector<Look> all = {
-        {QStringLiteral("At rest"), QStyle::State_None, true},
-        {QStringLiteral("Under the pointer"), QStyle::State_MouseOver, true},
-        {QStringLiteral("Pressed"), QStyle::State_MouseOver | QStyle::State_Sunken, true},
-        {QStringLiteral("With the focus"), QStyle::State_HasFocus, true},
-        {QStringLiteral("Switched off"), QStyle::State_None, false},
-    };
-    return all;
-}
+const Look looks[] = {
+    {QT_TR_NOOP("At rest"), QStyle::State_None, true},
+    {QT_TR_NOOP("Under the pointer"), QStyle::State_MouseOver, true},
+    {QT_TR_NOOP("Pressed"), QStyle::State_MouseOver | QStyle::State_Sunken, true},
+    {QT_TR_NOOP("With the focus"), QStyle::State_HasFocus, true},
+    {QT_TR_NOOP("Switched off"), QStyle::State_None, false},
+};
 
 void addCheckBoxes(QGridLayout *grid, const QString &text, Qt::CheckState state)
 {
     const int row = grid->rowCount();
     int column = 0;
-    for (const Look &look : looks()) {
+    for (const Look &look : looks) {
         auto *box = new PinnedCheckBox(look.added, text);
         box->setTristate(state == Qt::PartiallyChecked);
         box->setCheckState(state);
@@ -53,7 +49,7 @@ void addRadioButtons(QGridLayout *grid, const QString &text, bool checked)
 {
     const int row = grid->rowCount();
     int column = 0;
-    for (const Look &look : looks()) {
+    for (const Look &look : looks) {
         auto *button = new PinnedRadioButton(look.added, text);
         button->setAutoExclusive(false);
         button->setChecked(checked);
@@ -72,35 +68,34 @@ ChecksPage::ChecksPage()
 
 QWidget *ChecksPage::makeFolders()
 {
-    auto *card = new Card(QStringLiteral("Folders to back up"),
-                          QStringLiteral("The first box stands for all the others."));
-    auto *all = new KovaCheckBox(QStringLiteral("Everything in my home folder"));
+    auto *card = new Card(tr("Folders to back up"), tr("The first box stands for all the others."));
+    auto *all = new KovaCheckBox(tr("Everything in my home folder"));
     all->setTristate(true);
     const QList<QCheckBox *> folders = {
-        makeFolder(QStringLiteral("Documents"), true),
-        makeFolder(QStringLiteral("Pictures"), true),
-        makeFolder(QStringLiteral("Downloads"), false),
+        makeFolder(tr("Documents"), true),
+        makeFolder(tr("Pictures"), true),
+        makeFolder(tr("Downloads"), false),
     };
-    auto *network = new KovaCheckBox(QStringLiteral("Network drive (not connected)"));
+    auto *network = new KovaCheckBox(tr("Network drive (not connected)"));
     network->setEnabled(false);
 
     const auto count = [folders] {
-        const QSignalBlocker quiet(all);
         return int(std::count_if(folders.begin(), folders.end(),
                                  [](const QCheckBox *box) { return box->isChecked(); }));
     };
     const auto followFolders = [this, all, folders, count] {
         const int chosen = count();
+        const QSignalBlocker quiet(all);
         all->setCheckState(chosen == 0                ? Qt::Unchecked
                            : chosen == folders.size() ? Qt::Checked
                                                       : Qt::PartiallyChecked);
-        report(QStringLiteral("%1 of %2 folders are backed up.").arg(chosen).arg(folders.size()));
+        report(tr("%1 of %2 folders are backed up.").arg(chosen).arg(folders.size()));
     };
     followFolders();
     // Not clicked(): assistive technology ticks without a click.
     connect(all, &QCheckBox::stateChanged, this, [folders, followFolders](int state) {
         for (QCheckBox *box : folders)
-            box->setChecked(choose);
+            box->setChecked(state != Qt::Unchecked);
         followFolders();
     });
 
@@ -125,11 +120,9 @@ QCheckBox *ChecksPage::makeFolder(const QString &text, bool checked)
 
 QWidget *ChecksPage::makeSchedule()
 {
-    auto *card =
-        new Card(QStringLiteral("When to back up"), QStringLiteral("One of them, always."));
-    const QStringList choices = {
-        QStringLiteral("As soon as something changes"), QStringLiteral("Every evening at 22:00"),
-        QStringLiteral("On Sundays"), QStringLiteral("Only when I ask for it")};
+    auto *card = new Card(tr("When to back up"), tr("One of them, always."));
+    const QStringList choices = {tr("As soon as something changes"), tr("Every evening at 22:00"),
+                                 tr("On Sundays"), tr("Only when I ask for it")};
     for (const QString &choice : choices) {
         auto *button = new KovaRadioButton(choice);
         button->setChecked(choice == choices[1]);
@@ -139,7 +132,7 @@ QWidget *ChecksPage::makeSchedule()
         });
         card->add(button);
     }
-    auto *never = new KovaRadioButton(QStringLiteral("When plugged in (desktop computer)"));
+    auto *never = new KovaRadioButton(tr("When plugged in (desktop computer)"));
     never->setEnabled(false);
     card->add(never);
     return card;
@@ -147,18 +140,18 @@ QWidget *ChecksPage::makeSchedule()
 
 QWidget *ChecksPage::makeStates()
 {
-    auto *card = new Card(QStringLiteral("Looks and states"));
+    auto *card = new Card(tr("Looks and states"));
     auto *grid = new QGridLayout;
     grid->setHorizontalSpacing(kovaPx(24));
     grid->setVerticalSpacing(kovaPx(4));
     int column = 0;
-    for (const Look &look : looks())
-        grid->addWidget(makeRowLabel(look.name), 0, column++);
-    addCheckBoxes(grid, QStringLiteral("Off"), Qt::Unchecked);
-    addCheckBoxes(grid, QStringLiteral("On"), Qt::Checked);
-    addCheckBoxes(grid, QStringLiteral("In part"), Qt::PartiallyChecked);
-    addRadioButtons(grid, QStringLiteral("Not chosen"), false);
-    addRadioButtons(grid, QStringLiteral("Chosen"), true);
+    for (const Look &look : looks)
+        grid->addWidget(makeRowLabel(tr(look.name)), 0, column++);
+    addCheckBoxes(grid, tr("Off"), Qt::Unchecked);
+    addCheckBoxes(grid, tr("On"), Qt::Checked);
+    addCheckBoxes(grid, tr("In part"), Qt::PartiallyChecked);
+    addRadioButtons(grid, tr("Not chosen"), false);
+    addRadioButtons(grid, tr("Chosen"), true);
     grid->setColumnStretch(grid->columnCount(), 1);
     card->add(grid);
     return card;

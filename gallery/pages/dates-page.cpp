@@ -45,23 +45,27 @@ DatesPage::DatesPage()
 
 Card *DatesPage::makePeriod()
 {
-    auto *card = new Card(QStringLiteral("A period"),
-                          QStringLiteral("Neither day can be chosen beyond the other one. F4, "
-                                         "Space or Alt+Down open the calendar."));
-    m_from = new KovaDateSelector(QStringLiteral("From"), nullptr);
-    m_to = new KovaDateSelector(QStringLiteral("To"), nullptr);
+    auto *card = new Card(tr("A period"), tr("Neither day can be chosen beyond the other one. F4, "
+                                             "Space or Alt+Down open the calendar."));
+    m_from = new KovaDateSelector(tr("Any day"), nullptr);
+    m_to = new KovaDateSelector(tr("Any day"), nullptr);
+    QLabel *from = makeRowLabel(tr("From"));
+    from->setBuddy(m_from);
+    m_from->setAccessibleName(from->text());
+    QLabel *to = makeRowLabel(tr("To"));
+    to->setBuddy(m_to);
+    m_to->setAccessibleName(to->text());
     for (KovaDateSelector *field : {m_from, m_to}) {
-        field->setAccessibleName(field->currentText());
         connect(field, QOverload<int>::of(&QComboBox::currentIndexChanged), this,
                 &DatesPage::limitPeriod);
     }
-    auto *clear = new KovaButton(QStringLiteral("Clear"), KovaButton::Standard);
+    auto *clear = new KovaButton(tr("Clear"), KovaButton::Standard);
     connect(clear, &QPushButton::clicked, this, [this] {
         m_from->clearDate();
         m_to->clearDate();
-        report(QStringLiteral("Any day can be chosen."));
+        report(tr("Any day can be chosen."));
     });
-    card->addRow({m_from, m_to, clear});
+    card->addRow({from, m_from, to, m_to, clear});
     m_to->dateSelect(QDate(2024, 9, 20));
     m_from->getCalendarView()->setCurrentPage(2024, 9);
     return card;
@@ -74,17 +78,17 @@ void DatesPage::limitPeriod()
     m_to->getCalendarView()->setMinimumDate(from.isValid() ? from : QDate(1, 1, 1));
     m_from->getCalendarView()->setMaximumDate(to.isValid() ? to : QDate(9999, 12, 31));
     if (from.isValid() && to.isValid())
-        report(QStringLiteral("%1 days").arg(from.daysTo(to) + 1));
+        report(tr("%1 days").arg(from.daysTo(to) + 1));
 }
 
 Card *DatesPage::makeLanguages()
 {
-    auto *card = new Card(QStringLiteral("The calendar in every language"),
-                          QStringLiteral("Choose a language: the calendar is built anew with its "
-                                         "names of months and weekdays."));
+    auto *card = new Card(tr("The calendar in every language"),
+                          tr("Choose a language: the calendar is built anew with its "
+                             "names of months and weekdays."));
     auto *list = new QListWidget;
     setStyleKey(list, "gallery.languages");
-    list->setAccessibleName(QStringLiteral("Language"));
+    list->setAccessibleName(tr("Language"));
     list->setFlow(QListView::TopToBottom);
     list->setWrapping(true);
     list->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
@@ -124,6 +128,6 @@ void DatesPage::showLanguage(const QString &code)
     m_calendar->setSelectedDate(QDate(2024, 9, 17));
     m_calendarRow->insertWidget(1, m_calendar, 0, Qt::AlignTop);
     connect(m_calendar, &KovaCalanderView::sigDateSelect, this, [this](const QDate &date) {
-        report(QStringLiteral("The calendar chose ") + date.toString(Qt::ISODate));
+        report(tr("The calendar chose %1.").arg(date.toString(Qt::ISODate)));
     });
 }

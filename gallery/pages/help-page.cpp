@@ -59,25 +59,26 @@ HelpPage::HelpPage()
 
 QWidget *HelpPage::makeServerCard()
 {
-    auto *card = new Card(QStringLiteral("The help server"),
-                          QStringLiteral("It runs inside the gallery. When it fails, the help "
-                                         "window shows the page of the offline help."));
+    auto *card =
+        new Card(tr("The help server"), tr("It runs inside the gallery. When it fails, the help "
+                                           "window shows the page of the offline help."));
     const struct
     {
         HelpSite::Mode mode;
-        const char *name;
-        const char *explanation;
+        QString name;
+        QString explanation;
     } rows[] = {
-        {HelpSite::Answers, "Answers", "The article shows, and its pictures follow."},
-        {HelpSite::NotFound, "404", "The offline page shows at once."},
-        {HelpSite::Slow, "Slow", "The article shows after two seconds, its pictures two later."},
-        {HelpSite::Silent, "Silent", "The offline page shows after ten seconds."},
-        {HelpSite::Gone, "Gone", "Nobody listens: the offline page shows at once."},
+        {HelpSite::Answers, tr("Answers"), tr("The article shows, and its pictures follow.")},
+        {HelpSite::NotFound, QStringLiteral("404"), tr("The offline page shows at once.")},
+        {HelpSite::Slow, tr("Slow"),
+         tr("The article shows after two seconds, its pictures two later.")},
+        {HelpSite::Silent, tr("Silent"), tr("The offline page shows after ten seconds.")},
+        {HelpSite::Gone, tr("Gone"), tr("Nobody listens: the offline page shows at once.")},
     };
     for (const auto &row : rows) {
-        auto *button = new KovaRadioButton(QString::fromLatin1(row.name));
+        auto *button = new KovaRadioButton(row.name);
         m_modes->addButton(button, row.mode);
-        card->addExplained(button, QString::fromLatin1(row.explanation), 120);
+        card->addExplained(button, row.explanation, 120);
     }
     m_modes->button(HelpSite::Answers)->setChecked(true);
     return card;
@@ -85,10 +86,10 @@ QWidget *HelpPage::makeServerCard()
 
 QWidget *HelpPage::makeLanguageCard()
 {
-    auto *card = new Card(QStringLiteral("The help window"),
-                          QStringLiteral("Escape closes it. Links open outside of the program."));
-    auto *english = new KovaButton(QStringLiteral("Help in English"), KovaButton::Apply);
-    auto *german = new KovaButton(QStringLiteral("Help in German"), KovaButton::Standard);
+    auto *card =
+        new Card(tr("The help window"), tr("Escape closes it. Links open outside of the program."));
+    auto *english = new KovaButton(tr("Help in English"), KovaButton::Apply);
+    auto *german = new KovaButton(tr("Help in German"), KovaButton::Standard);
     const auto open = [this](const char *language) {
         openHelp(QString::fromLatin1(language), HelpSite::Mode(m_modes->checkedId()));
     };
@@ -111,10 +112,9 @@ void HelpPage::openHelp(const QString &language, HelpSite::Mode mode)
     context.version = QStringLiteral("1.0");
     auto *help = new HelpWindow(context, window());
     help->setAttribute(Qt::WA_DeleteOnClose);
-    help->setWindowTitle(QStringLiteral("Help"));
+    help->setWindowTitle(tr("Help"));
     help->setStyleSheet(help->styleSheet() + getStyleSheet("theme.window", false));
     help->resize(kovaPx(560), kovaPx(520));
-    connect(help, &QDialog::finished, this,
-            [this] { report(QStringLiteral("The help window was closed.")); });
+    connect(help, &QDialog::finished, this, [this] { report(tr("The help window was closed.")); });
     help->show();
 }

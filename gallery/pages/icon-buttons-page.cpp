@@ -52,22 +52,22 @@ KovaIconButton *IconButtonsPage::makeLive(const QString &imageName, const QStrin
     button->setAccessibleName(name);
     button->setToolTip(name);
     connect(button, &QToolButton::clicked, this,
-            [this, name] { report(QStringLiteral("\"%1\" was clicked.").arg(name)); });
+            [this, name] { report(tr("\"%1\" was clicked.").arg(name)); });
     return button;
 }
 
 KovaIconButton *IconButtonsPage::makeMenuButton()
 {
-    const QString name = QStringLiteral("More actions");
+    const QString name = tr("More actions");
     auto *button = new KovaIconButton(QStringLiteral("bt_more"));
     button->setAccessibleName(name);
     button->setToolTip(name);
     auto *menu = new QMenu(button);
     setStyleKey(menu, "component.menu");
-    for (const char *text : {"Verify backup", "Export task", "Show log"})
-        menu->addAction(QString::fromLatin1(text));
+    for (const QString &text : {tr("Verify backup"), tr("Export task"), tr("Show log")})
+        menu->addAction(text);
     connect(menu, &QMenu::triggered, this, [this](const QAction *action) {
-        report(QStringLiteral("\"%1\" was chosen from the menu.").arg(action->text()));
+        report(tr("\"%1\" was chosen from the menu.").arg(action->text()));
     });
     button->setMenu(menu);
     addPopup(button, QStringLiteral("menu"), [button] { button->showMenu(); });
@@ -76,41 +76,39 @@ KovaIconButton *IconButtonsPage::makeMenuButton()
 
 QWidget *IconButtonsPage::makeToolBar()
 {
-    auto *card = new Card(QStringLiteral("A tool bar"),
-                          QStringLiteral("Each button names itself in a tooltip and to screen "
-                                         "readers. The last one opens a menu at the first press."));
+    auto *card =
+        new Card(tr("A tool bar"), tr("Each button names itself in a tooltip and to screen "
+                                      "readers. The last one opens a menu at the first press."));
     KovaIconButton *unavailable =
-        makeLive(QStringLiteral("bt_download"), QStringLiteral("Restore (no version selected)"));
+        makeLive(QStringLiteral("bt_download"), tr("Restore (no version selected)"));
     unavailable->setEnabled(false);
-    card->addRow({makeLive(QStringLiteral("bt_add"), QStringLiteral("New backup task")),
-                  makeLive(QStringLiteral("bt_edit"), QStringLiteral("Edit task")),
-                  makeLive(QStringLiteral("bt_delete"), QStringLiteral("Delete task")),
-                  makeLive(QStringLiteral("bt_refresh"), QStringLiteral("Check for changes")),
-                  unavailable, makeLive(QStringLiteral("bt_settings"), QStringLiteral("Settings")),
-                  makeMenuButton()});
+    card->addRow({makeLive(QStringLiteral("bt_add"), tr("New backup task")),
+                  makeLive(QStringLiteral("bt_edit"), tr("Edit task")),
+                  makeLive(QStringLiteral("bt_delete"), tr("Delete task")),
+                  makeLive(QStringLiteral("bt_refresh"), tr("Check for changes")), unavailable,
+                  makeLive(QStringLiteral("bt_settings"), tr("Settings")), makeMenuButton()});
     return card;
 }
 
 QWidget *IconButtonsPage::makeStates()
 {
-    auto *card = new Card(QStringLiteral("Pictures for each state"),
-                          QStringLiteral("At rest, under the pointer, pressed, with the focus and "
-                                         "switched off."));
+    auto *card = new Card(tr("Pictures for each state"),
+                          tr("At rest, under the pointer, pressed, with the focus and "
+                             "switched off."));
     auto *grid = new QGridLayout;
     grid->setHorizontalSpacing(kovaPx(24));
     grid->setVerticalSpacing(kovaPx(8));
-    const QStringList states = {QStringLiteral("At rest"), QStringLiteral("Under the pointer"),
-                                QStringLiteral("Pressed"), QStringLiteral("With the focus"),
-                                QStringLiteral("Switched off")};
+    const QStringList states = {tr("At rest"), tr("Under the pointer"), tr("Pressed"),
+                                tr("With the focus"), tr("Switched off")};
     for (int column = 0; column < states.size(); ++column)
         grid->addWidget(makeRowLabel(states[column]), 0, column + 1);
 
-    addStates(grid, QStringLiteral("bt_add"), QStringLiteral("Add"));
-    addStates(grid, QStringLiteral("bt_edit"), QStringLiteral("Edit"));
-    addStates(grid, QStringLiteral("bt_delete"), QStringLiteral("Delete"));
-    addStates(grid, QStringLiteral("bt_settings"), QStringLiteral("Settings"));
-    addStates(grid, QStringLiteral("bt_pagebar_refresh"), QStringLiteral("Refresh"));
-    addStates(grid, QStringLiteral("bt_next"), QStringLiteral("Next"));
+    addStates(grid, QStringLiteral("bt_add"), tr("Add"));
+    addStates(grid, QStringLiteral("bt_edit"), tr("Edit"));
+    addStates(grid, QStringLiteral("bt_delete"), tr("Delete"));
+    addStates(grid, QStringLiteral("bt_settings"), tr("Settings"));
+    addStates(grid, QStringLiteral("bt_pagebar_refresh"), tr("Refresh"));
+    addStates(grid, QStringLiteral("bt_next"), tr("Next"));
     grid->setColumnStretch(grid->columnCount(), 1);
     card->add(grid);
     return card;

@@ -40,15 +40,13 @@ InputPage::InputPage()
 
 Card *InputPage::makeFolderName()
 {
-    auto *card = new Card(QStringLiteral("A line of text"));
-    auto *create = new KovaButton(QStringLiteral("New folder"), KovaButton::Standard);
+    auto *card = new Card(tr("A line of text"));
+    auto *create = new KovaButton(tr("New folder"), KovaButton::Standard);
     connect(create, &QPushButton::clicked, this, &InputPage::askForName);
-    card->addExplained(create, QStringLiteral("Asks for a name; an empty one is not accepted."),
-                       buttonWidth);
-    auto *change = new KovaButton(QStringLiteral("Rename folder"), KovaButton::Standard);
+    card->addExplained(create, tr("Asks for a name; an empty one is not accepted."), buttonWidth);
+    auto *change = new KovaButton(tr("Rename folder"), KovaButton::Standard);
     connect(change, &QPushButton::clicked, this, &InputPage::rename);
-    card->addExplained(change, QStringLiteral("Starts with the present name, selected."),
-                       buttonWidth);
+    card->addExplained(change, tr("Starts with the present name, selected."), buttonWidth);
     addScene(QStringLiteral("new-folder"), [this] { askForName(); });
     addScene(QStringLiteral("rename"), [this] { rename(); });
     return card;
@@ -56,11 +54,10 @@ Card *InputPage::makeFolderName()
 
 Card *InputPage::makeCountdown()
 {
-    auto *card = new Card(QStringLiteral("A confirmation that goes ahead"));
-    auto *button = new KovaButton(QStringLiteral("Restart"), KovaButton::Standard);
+    auto *card = new Card(tr("A confirmation that goes ahead"));
+    auto *button = new KovaButton(tr("Restart"), KovaButton::Standard);
     connect(button, &QPushButton::clicked, this, &InputPage::restart);
-    card->addExplained(button,
-                       QStringLiteral("Accepts by itself after ten seconds; Escape cancels."),
+    card->addExplained(button, tr("Accepts by itself after ten seconds; Escape cancels."),
                        buttonWidth);
     addScene(QStringLiteral("countdown"), [this] { restart(); });
     return card;
@@ -68,36 +65,35 @@ Card *InputPage::makeCountdown()
 
 void InputPage::askForName()
 {
-    KovaInputSheet sheet(QStringLiteral("Name of the new folder in <b>Photos</b>:"), window());
-    sheet.getLineEdit()->setPlaceholderText(QStringLiteral("For instance: Summer 2024"));
+    KovaInputSheet sheet(tr("Name of the new folder in <b>Photos</b>:"), window());
+    sheet.getLineEdit()->setPlaceholderText(tr("For instance: Summer 2024"));
     acceptOnlyFolderNames(&sheet);
     KovaMask::createMask(&sheet, window(), QColor(0, 0, 0, 20));
     const int code = sheet.exec();
-    report(QStringLiteral("The sheet returned %1; the text is \"%2\".")
-               .arg(resultText(code), sheet.getContent()));
+    report(
+        tr("The sheet returned %1; the text is \"%2\".").arg(resultText(code), sheet.getContent()));
 }
 
 void InputPage::rename()
 {
-    KovaInputSheet sheet(
-        QStringLiteral("New name of the folder <b>Summer 2023</b>. Its backups keep "
-                       "the old name until they are made anew."),
-        window());
+    KovaInputSheet sheet(tr("New name of the folder <b>Summer 2023</b>. Its backups keep "
+                            "the old name until they are made anew."),
+                         window());
     sheet.getLineEdit()->setText(QStringLiteral("Summer 2023"));
     sheet.getLineEdit()->selectAll();
     acceptOnlyFolderNames(&sheet);
     KovaMask::createMask(&sheet, window(), QColor(0, 0, 0, 20));
     const int code = sheet.exec();
-    report(QStringLiteral("The sheet returned %1; the text is \"%2\".")
-               .arg(resultText(code), sheet.getContent()));
+    report(
+        tr("The sheet returned %1; the text is \"%2\".").arg(resultText(code), sheet.getContent()));
 }
 
 void InputPage::restart()
 {
     KovaCountdownMessageBox box(seconds, window());
-    box.setWindowTitle(QStringLiteral("Home backup"));
+    box.setWindowTitle(tr("Home backup"));
     box.setIcon(QMessageBox::Information);
-    box.setText(QStringLiteral("The computer restarts to finish the update."));
+    box.setText(tr("The computer restarts to finish the update."));
     box.setEscapeButton(box.button(QMessageBox::Discard));
-    report(QStringLiteral("The box returned ") + resultText(box.exec()) + QLatin1Char('.'));
+    report(tr("The box returned %1.").arg(resultText(box.exec())));
 }

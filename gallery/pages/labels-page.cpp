@@ -21,24 +21,24 @@ LabelsPage::LabelsPage()
 
 QWidget *LabelsPage::makeSplitter()
 {
-    auto *card = new Card(QStringLiteral("Labels that wrap"),
-                          QStringLiteral("Drag the handle between the columns: each text takes the "
-                                         "height that it needs."));
+    auto *card = new Card(tr("Labels that wrap"),
+                          tr("Drag the handle between the columns: each text takes the "
+                             "height that it needs."));
     auto *splitter = new QSplitter;
     splitter->setStyleSheet(getStyleSheet("gallery.splitter", false));
     splitter->setHandleWidth(kovaPx(9));
     splitter->setChildrenCollapsible(false);
     const QStringList texts = {
-        QStringLiteral("The backup of your documents runs every evening, as long as the computer "
-                       "is plugged in and the network drive can be reached."),
-        QStringLiteral("Versions that are older than a month are thinned out to one for each week, "
-                       "and to one for each month after a year."),
+        tr("The backup of your documents runs every evening, as long as the computer "
+           "is plugged in and the network drive can be reached."),
+        tr("Versions that are older than a month are thinned out to one for each week, "
+           "and to one for each month after a year."),
     };
     for (const QString &text : texts) {
         auto *column = new QWidget;
         auto *layout = new QVBoxLayout(column);
         layout->setContentsMargins(kovaPx(6), 0, kovaPx(6), 0);
-        for (const QString &part : {text, QStringLiteral("What follows moves down.")}) {
+        for (const QString &part : {text, tr("What follows moves down.")}) {
             auto *label = new KovaLabel(part);
             label->setWordWrap(true);
             label->setSizePolicy(QSizePolicy::Preferred, QSizePolicy::Minimum);
@@ -56,33 +56,30 @@ QWidget *LabelsPage::makeSplitter()
 
 QWidget *LabelsPage::makeLinks()
 {
-    auto *card = new Card(QStringLiteral("Links"),
-                          QStringLiteral("A link tells its owner that it was pressed, by mouse or "
-                                         "with Return, and opens nothing itself."));
+    auto *card = new Card(tr("Links"), tr("A link tells its owner that it was pressed, by mouse or "
+                                          "with Return, and opens nothing itself."));
     const auto makeLink = [this](const QString &text, const QString &target) {
         auto *link = new LinkLabel(text);
         setStyleKey(link, "gallery.link");
         link->setHyperLink(target);
         connect(link, &LinkLabel::clicked, this, [this, link] {
-            report(QStringLiteral("The target of the link is %1.").arg(link->getHyperLink()));
+            report(tr("The target of the link is %1.").arg(link->getHyperLink()));
         });
         return link;
     };
-    LinkLabel *off =
-        makeLink(QStringLiteral("Not available"), QStringLiteral("https://example.org/none"));
+    LinkLabel *off = makeLink(tr("Not available"), QStringLiteral("https://example.org/none"));
     off->setEnabled(false);
-    card->addRow(
-        {makeLink(QStringLiteral("Release notes"), QStringLiteral("https://example.org/notes")),
-         makeLink(QStringLiteral("Privacy"), QStringLiteral("https://example.org/privacy")), off});
+    card->addRow({makeLink(tr("Release notes"), QStringLiteral("https://example.org/notes")),
+                  makeLink(tr("Privacy"), QStringLiteral("https://example.org/privacy")), off});
     return card;
 }
 
 QWidget *LabelsPage::makeTooltips()
 {
-    auto *card = new Card(QStringLiteral("Plain text in a tooltip"),
-                          QStringLiteral("Blanks, line breaks and signs are shown as they are. "
-                                         "Rest the pointer on the button."));
-    auto *button = new KovaButton(QStringLiteral("Show the rule"), KovaButton::Standard);
+    auto *card = new Card(tr("Plain text in a tooltip"),
+                          tr("Blanks, line breaks and signs are shown as they are. "
+                             "Rest the pointer on the button."));
+    auto *button = new KovaButton(tr("Show the rule"), KovaButton::Standard);
     button->setToolTip(getHtmlEscapedStringForToolTip(
         QStringLiteral("if (size < 10 && name == \"R&D\")\n    skip <b>this</b> file;")));
     card->addRow({button});

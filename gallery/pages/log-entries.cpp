@@ -1,5 +1,7 @@
 #include "log-entries.h"
 
+#include "gallery-page.h"
+
 #include <kovakit-qt/widgets/kova-table-columns-info.h>
 
 #include <QDateTime>
@@ -8,6 +10,7 @@
 #include <QTableWidget>
 
 #include <algorithm>
+#include <array>
 
 namespace {
 
@@ -20,25 +23,20 @@ int numberAt(const QTableWidget *table, int row)
 
 struct Template
 {
-    QString level;
-    QString event;
+    const char *level;
+    const char *event;
 };
 
-const std::vector<Template> &templates()
-{
-    static const QString info = QStringLiteral("Info");
-    static const std::vector<Template> all = {
-        {info, QStringLiteral("Backed up %1 files from Documents")},
-        {info, QStringLiteral("Backed up %1 files from Pictures")},
-        {info, QStringLiteral("Removed %1 old versions")},
-        {info, QStringLiteral("Checked %1 files, all in order")},
-        {info, QStringLiteral("Connected after %1 ms")},
-        {QStringLiteral("Warning"), QStringLiteral("%1 files were open and will be tried again")},
-        {QStringLiteral("Warning"), QStringLiteral("The drive has %1 MB left")},
-        {QStringLiteral("Error"), QStringLiteral("The server did not answer within %1 s")},
-    };
-    return all;
-}
+const std::array<Template, 8> templates = {{
+    {QT_TR_NOOP("Info"), QT_TR_NOOP("Backed up %1 files from Documents")},
+    {QT_TR_NOOP("Info"), QT_TR_NOOP("Backed up %1 files from Pictures")},
+    {QT_TR_NOOP("Info"), QT_TR_NOOP("Removed %1 old versions")},
+    {QT_TR_NOOP("Info"), QT_TR_NOOP("Checked %1 files, all in order")},
+    {QT_TR_NOOP("Info"), QT_TR_NOOP("Connected after %1 ms")},
+    {QT_TR_NOOP("Warning"), QT_TR_NOOP("%1 files were open and will be tried again")},
+    {QT_TR_NOOP("Warning"), QT_TR_NOOP("The drive has %1 MB left")},
+    {QT_TR_NOOP("Error"), QT_TR_NOOP("The server did not answer within %1 s")},
+}};
 
 } // namespace
 
@@ -46,16 +44,22 @@ std::vector<LogEntry> makeLog(int count)
 {
     static const QStringList users = {QStringLiteral("anna"), QStringLiteral("ben"),
                                       QStringLiteral("chioma"), QStringLiteral("system")};
+    std::array<QString, templates.size()> levels;
+    std::array<QString, templates.size()> events;
+    for (std::size_t kind = 0; kind < templates.size(); ++kind) {
+        levels[kind] = GalleryPage::tr(templates[kind].level);
+        events[kind] = GalleryPage::tr(templates[kind].event);
+    }
     QRandomGenerator random(1);
     QDateTime time(QDate(2024, 3, 14), QTime(18, 30), Qt::UTC);
     std::vector<LogEntry> log;
     log.reserve(std::size_t(count));
     for (int i = 0; i < count; ++i) {
-        const Template &entry = templates()[random.bounded(quint32(templates().size()))];
-        log.push_back(
-            {{time.toString(QStringLiteral("yyyy-MM-dd HH:mm:ss")), entry.level,
-              users[random.bounded(users.size())], entry.event.arg(random.bounded(2, 1000))},
-             i});
+        const auto kind = std::size_t(random.bounded(int(templates.size())));
+        log.push_back({{time.toString(QStringLiteral("yyyy-MM-dd HH:mm:ss")), levels[kind],
+                        users[random.bounded(users.size())],
+                        events[kind].arg(random.bounded(2, 1000))},
+                       i});
         time = time.addSecs(-random.bounded(5, 240));
     }
     return log;
@@ -74,10 +78,10 @@ void sortLog(std::vector<LogEntry> &log, int column, Qt::SortOrder order)
 KovaTableColumnsInfo logColumns()
 {
     KovaTableColumnsInfo columns;
-    columns.addColumn(QStringLiteral("Time"), 176, false, 0);
-    columns.addColumn(QStringLiteral("Level"), 84, true, 0);
-    columns.addColumn(QStringLiteral("User"), 90, true, 0.25);
-    columns.addColumn(QStringLiteral("Event"), 160, true, 0.75);
+    columns.addColumn(GalleryPage::tr("Time"), 176, false, 0);
+    columns.addColumn(GalleryPage::tr("Level"), 84, true, 0);
+    columns.addColumn(GalleryPage::tr("User"), 90, true, 0.25);
+    columns.addColumn(GalleryPage::tr("Event"), 160, true, 0.75);
     return columns;
 }
 

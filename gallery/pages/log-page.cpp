@@ -44,11 +44,11 @@ LogPage::LogPage()
             [this] { m_selection = selectionOf(m_view->getTable()); });
     connect(m_bar, &KovaPagingBar::sigPageChanged, this, [this] {
         loadPage();
-        report(QStringLiteral("Page %1 of %2.").arg(m_model->nowPage()).arg(m_model->pageCount()));
+        report(tr("Page %1 of %2.").arg(m_model->nowPage()).arg(m_model->pageCount()));
     });
     connect(m_bar, &KovaPagingBar::sigRefresh, this, [this] {
         loadPage();
-        report(QStringLiteral("Read page %1 again.").arg(m_model->nowPage()));
+        report(tr("Read page %1 again.").arg(m_model->nowPage()));
     });
     m_bar->setItemCount(entryCount);
     loadPage();
@@ -59,9 +59,9 @@ void LogPage::loadPage()
     const int first = qBound(0, m_model->startItem(), entryCount);
     showEntries(m_view->getTable(), m_log, first, m_model->rowLimit());
     restoreSelection(m_view->getTable(), m_selection);
-    const QLocale locale(QLocale::English);
+    const QLocale locale;
     const int last = first + m_view->getTable()->rowCount();
-    m_bar->setFooterInfo({QStringLiteral("%1 - %2 of %3")
+    m_bar->setFooterInfo({tr("%1 - %2 of %3")
                               .arg(locale.toString(first + 1), locale.toString(last),
                                    locale.toString(m_model->itemCount())),
                           180});

@@ -34,7 +34,7 @@ LongTablePage::LongTablePage()
         sortLog(m_log, column, header->sortIndicatorOrder());
         showEntries(m_view->getTable(), m_log, 0, entryCount);
         restoreSelection(m_view->getTable(), selection);
-        report(QStringLiteral("Sorted %1 rows.").arg(entryCount));
+        report(tr("Sorted %1 rows.").arg(entryCount));
     });
     card->addGrowing(m_view);
     addGrowing(card);

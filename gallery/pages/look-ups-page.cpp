@@ -68,10 +68,10 @@ LookUpsPage::LookUpsPage()
 
 QWidget *LookUpsPage::makeLocales()
 {
-    auto *card = new Card(QStringLiteral("Languages"),
-                          QStringLiteral("This system's language is %1.")
-                              .arg(KovaLocale::getInstance()->getDefaultLanguage()));
-    card->add(makeQuestion(QStringLiteral("&Locale"), QStringLiteral("pt_BR"), languageOf));
+    auto *card = new Card(
+        tr("Languages"),
+        tr("This system's language is %1.").arg(KovaLocale::getInstance()->getDefaultLanguage()));
+    card->add(makeQuestion(tr("&Locale"), QStringLiteral("pt_BR"), languageOf));
     card->add(makeAnswers(words("en_us de_at nb_no nn_no pt pt_pt pt_br zh_tw zh_hk zh_cn fi_fi"),
                           languageOf));
     return card;
@@ -79,9 +79,9 @@ QWidget *LookUpsPage::makeLocales()
 
 QWidget *LookUpsPage::makeFileTypes()
 {
-    auto *card = new Card(QStringLiteral("Icons of files"),
-                          QStringLiteral("The name of the icon; the pictures are the host's."));
-    card->add(makeQuestion(QStringLiteral("&Extension"), QStringLiteral("DOCX"), iconOf));
+    auto *card =
+        new Card(tr("Icons of files"), tr("The name of the icon; the pictures are the host's."));
+    card->add(makeQuestion(tr("&Extension"), QStringLiteral("DOCX"), iconOf));
     card->add(makeAnswers(words("mp3 ac3 mkv jpg docx xlsx pdf cpp 7z iso unknown"), iconOf));
     return card;
 }

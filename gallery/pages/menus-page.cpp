@@ -15,12 +15,13 @@ MenusPage::MenusPage()
     : m_menu(new KovaMenu(this))
 {
     setStyleKey(m_menu, "component.menu");
-    for (const char *text : {"Restore this version", "Compare with today", "Show in folder"})
-        m_menu->addAction(QString::fromLatin1(text));
+    for (const QString &text :
+         {tr("Restore this version"), tr("Compare with today"), tr("Show in folder")})
+        m_menu->addAction(text);
     m_menu->addSeparator();
-    m_menu->addAction(QStringLiteral("Delete this version"))->setEnabled(false);
+    m_menu->addAction(tr("Delete this version"))->setEnabled(false);
     connect(m_menu, &QMenu::triggered, this, [this](const QAction *action) {
-        report(QStringLiteral("\"%1\" was chosen from the menu.").arg(action->text()));
+        report(tr("\"%1\" was chosen from the menu.").arg(action->text()));
     });
     add(makeCorners());
     add(makeSearch());
@@ -28,18 +29,18 @@ MenusPage::MenusPage()
 
 QWidget *MenusPage::makeCorners()
 {
-    auto *card = new Card(QStringLiteral("A menu at each corner of the screen"),
-                          QStringLiteral("The menu is opened beyond the corner and pulls itself "
-                                         "back onto the screen."));
+    auto *card = new Card(tr("A menu at each corner of the screen"),
+                          tr("The menu is opened beyond the corner and pulls itself "
+                             "back onto the screen."));
     const auto makeButton = [this](const QString &text, Qt::Corner corner) {
         auto *button = new KovaButton(text, KovaButton::Standard);
         connect(button, &QPushButton::clicked, this, [this, corner] { openAt(corner); });
         return button;
     };
-    card->addRow({makeButton(QStringLiteral("Top left"), Qt::TopLeftCorner),
-                  makeButton(QStringLiteral("Top right"), Qt::TopRightCorner)});
-    card->addRow({makeButton(QStringLiteral("Bottom left"), Qt::BottomLeftCorner),
-                  makeButton(QStringLiteral("Bottom right"), Qt::BottomRightCorner)});
+    card->addRow({makeButton(tr("Top left"), Qt::TopLeftCorner),
+                  makeButton(tr("Top right"), Qt::TopRightCorner)});
+    card->addRow({makeButton(tr("Bottom left"), Qt::BottomLeftCorner),
+                  makeButton(tr("Bottom right"), Qt::BottomRightCorner)});
     return card;
 }
 
@@ -55,30 +56,29 @@ void MenusPage::openAt(Qt::Corner corner)
 
 QWidget *MenusPage::makeSearch()
 {
-    auto *card = new Card(QStringLiteral("Search field"),
-                          QStringLiteral("Return searches. Down, or the button in the field, opens "
-                                         "the menu; Escape closes it again."));
+    auto *card =
+        new Card(tr("Search field"), tr("Return searches. Down, or the button in the field, opens "
+                                        "the menu; Escape closes it again."));
     auto *bar = new KovaFilterBar;
-    bar->setPlaceholderText(QStringLiteral("Search in backups"));
+    bar->setPlaceholderText(tr("Search in backups"));
     bar->setFixedWidth(kovaPx(320));
     auto *menu = new KovaMenu(bar);
-    menu->setTitle(QStringLiteral("Search in"));
+    menu->setTitle(tr("Search in"));
     setStyleKey(menu, "component.menu");
     auto *group = new QActionGroup(menu);
-    for (const char *text : {"File names", "Contents", "Both"}) {
-        QAction *action = group->addAction(QString::fromLatin1(text));
+    for (const QString &text : {tr("File names"), tr("Contents"), tr("Both")}) {
+        QAction *action = group->addAction(text);
         action->setCheckable(true);
         menu->addAction(action);
     }
     group->actions().constFirst()->setChecked(true);
     bar->setMenu(menu);
     connect(bar, &KovaFilterBar::sigKeywordChanged, this, [this, group](const QString &keyword) {
-        report(QStringLiteral("Searching for \"%1\" in: %2.")
-                   .arg(keyword, group->checkedAction()->text()));
+        report(tr("Searching for \"%1\" in: %2.").arg(keyword, group->checkedAction()->text()));
     });
     auto *off = new KovaFilterBar;
     off->setMenu(menu);
-    off->setText(QStringLiteral("Switched off"));
+    off->setText(tr("Switched off"));
     off->setEnabled(false);
     card->addRow({bar, off});
     addPopup(bar, QStringLiteral("search"),

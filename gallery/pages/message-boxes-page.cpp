@@ -13,35 +13,35 @@ namespace {
 
 QString title()
 {
-    return QStringLiteral("Home backup");
+    return GalleryPage::tr("Home backup");
 }
 
 QString noResult()
 {
-    return QStringLiteral("The message was closed. This function returns nothing.");
+    return GalleryPage::tr("The message was closed. This function returns nothing.");
 }
 
 QString result(int code)
 {
-    return QStringLiteral("The function returned ") + resultText(code) + QLatin1Char('.');
+    return GalleryPage::tr("The function returned %1.").arg(resultText(code));
 }
 
 QString callInfo(QWidget *parent)
 {
-    showInfoMsg(title(), QStringLiteral("The backup task was saved."), parent);
+    showInfoMsg(title(), GalleryPage::tr("The backup task was saved."), parent);
     return noResult();
 }
 
 QString callWarning(QWidget *parent)
 {
-    showWarningMsg(title(), QStringLiteral("The server cannot be reached."), parent);
+    showWarningMsg(title(), GalleryPage::tr("The server cannot be reached."), parent);
     return noResult();
 }
 
 QString callInformativeWarning(QWidget *parent)
 {
-    showWarningMsg(title(), QStringLiteral("The password is wrong."),
-                   QStringLiteral("After three more attempts the account is locked for an hour."),
+    showWarningMsg(title(), GalleryPage::tr("The password is wrong."),
+                   GalleryPage::tr("After three more attempts the account is locked for an hour."),
                    parent);
     return noResult();
 }
@@ -49,24 +49,24 @@ QString callInformativeWarning(QWidget *parent)
 QString callConfirm(QWidget *parent)
 {
     return result(showConfirmMsg(
-        title(), QStringLiteral("Pause all synchronization tasks until tomorrow?"), parent));
+        title(), GalleryPage::tr("Pause all synchronization tasks until tomorrow?"), parent));
 }
 
 QString callCustomConfirm(QWidget *parent)
 {
     MsgBoxCustomBtnText texts;
-    texts.okText = QStringLiteral("Sign out");
-    texts.cancelText = QStringLiteral("Stay signed in");
+    texts.okText = GalleryPage::tr("Sign out");
+    texts.cancelText = GalleryPage::tr("Stay signed in");
     return result(showConfirmMsgCustomBtn(
-        title(), QStringLiteral("Sign out of this account? Files on this computer are kept."),
+        title(), GalleryPage::tr("Sign out of this account? Files on this computer are kept."),
         texts, parent));
 }
 
 QString callUpgrading(QWidget *parent)
 {
     showUpgradingMsg(title(),
-                     QStringLiteral("The server was upgraded. This program has to be upgraded too "
-                                    "before it can connect."),
+                     GalleryPage::tr("The server was upgraded. This program has to be upgraded too "
+                                     "before it can connect."),
                      parent);
     return noResult();
 }
@@ -75,11 +75,10 @@ QString callUpgrading(QWidget *parent)
 
 MessageBoxesPage::MessageBoxesPage()
 {
-    auto *card =
-        new Card(QStringLiteral("Six functions, two forms each"),
-                 QStringLiteral("With a parent widget the message opens in the window, without one "
-                                "as a window of its own. \"No\" has a different code in each form: "
-                                "test the answer for QMessageBox::Ok only."));
+    auto *card = new Card(tr("Six functions, two forms each"),
+                          tr("With a parent widget the message opens in the window, without one "
+                             "as a window of its own. \"No\" has a different code in each form: "
+                             "test the answer for QMessageBox::Ok only."));
     auto *grid = new QGridLayout;
     grid->setHorizontalSpacing(kovaPx(12));
     grid->setVerticalSpacing(kovaPx(10));
@@ -87,7 +86,7 @@ MessageBoxesPage::MessageBoxesPage()
     addFunction(grid, QStringLiteral("info"), QStringLiteral("showInfoMsg"), callInfo);
     addFunction(grid, QStringLiteral("warning"), QStringLiteral("showWarningMsg"), callWarning);
     addFunction(grid, QStringLiteral("informative-warning"),
-                QStringLiteral("showWarningMsg, with an informative text"), callInformativeWarning);
+                tr("showWarningMsg, with an informative text"), callInformativeWarning);
     addFunction(grid, QStringLiteral("confirm"), QStringLiteral("showConfirmMsg"), callConfirm);
     addFunction(grid, QStringLiteral("custom-confirm"), QStringLiteral("showConfirmMsgCustomBtn"),
                 callCustomConfirm);
@@ -102,9 +101,9 @@ void MessageBoxesPage::addFunction(QGridLayout *grid, const QString &sceneName,
 {
     const auto inWindow = [this, call] { report(call(window())); };
     const auto alone = [this, call] { report(call(nullptr)); };
-    auto *inWindowButton = new KovaButton(QStringLiteral("In the window"), KovaButton::Standard);
+    auto *inWindowButton = new KovaButton(tr("In the window"), KovaButton::Standard);
     inWindowButton->setAccessibleDescription(function);
-    auto *aloneButton = new KovaButton(QStringLiteral("On its own"), KovaButton::Standard);
+    auto *aloneButton = new KovaButton(tr("On its own"), KovaButton::Standard);
     aloneButton->setAccessibleDescription(function);
     connect(inWindowButton, &QPushButton::clicked, this, inWindow);
     connect(aloneButton, &QPushButton::clicked, this, alone);

@@ -45,14 +45,13 @@ PathPage::PathPage()
 
 QWidget *PathPage::makeWalk()
 {
-    auto *card =
-        new Card(QStringLiteral("Walk through your folders"),
-                 QStringLiteral("Both bars show the same folder. The narrow one drops down "
-                                "a menu of what is out of its sight."));
+    auto *card = new Card(tr("Walk through your folders"),
+                          tr("Both bars show the same folder. The narrow one drops down "
+                             "a menu of what is out of its sight."));
     auto *wide = new FollowingPath;
-    wide->setAccessibleName(QStringLiteral("Folder"));
+    wide->setAccessibleName(tr("Folder"));
     auto *narrow = new FollowingPath;
-    narrow->setAccessibleName(QStringLiteral("Folder, in a narrow bar"));
+    narrow->setAccessibleName(tr("Folder, in a narrow bar"));
     narrow->setFixedWidth(kovaPx(130));
     for (KovaButtonPath *bar :
          {static_cast<KovaButtonPath *>(wide), static_cast<KovaButtonPath *>(narrow)}) {
@@ -72,6 +71,7 @@ QWidget *PathPage::makeWalk()
     m_folders->setFixedHeight(kovaPx(150));
     connect(m_folders, &QListWidget::itemActivated, this,
             [this](const QListWidgetItem *item) { goTo(QDir(m_path).filePath(item->text())); });
+    card->add(m_folders);
     // For those who can select a folder and not activate it.
     auto *open = new KovaButton(tr("Open folder"), KovaButton::Standard);
     open->setEnabled(false);
@@ -81,19 +81,18 @@ QWidget *PathPage::makeWalk()
     connect(m_folders, &QListWidget::itemSelectionChanged, open,
             [this, open] { open->setEnabled(!m_folders->selectedItems().isEmpty()); });
     card->addRow({open});
-    card->add(m_folders);
     return card;
 }
 
 QWidget *PathPage::makeNames()
 {
-    auto *card = new Card(QStringLiteral("Names that need care"),
-                          QStringLiteral("Ampersands, blanks, other directions of writing."));
+    auto *card = new Card(tr("Names that need care"),
+                          tr("Ampersands, blanks, other directions of writing."));
     auto *bar = new FollowingPath;
-    bar->setAccessibleName(QStringLiteral("Folder with unusual names"));
+    bar->setAccessibleName(tr("Folder with unusual names"));
     bar->setPath(QStringLiteral("R&D/two  blanks/מסמכים/<b>bold/50% off"));
     connect(bar, &KovaButtonPath::sigUpdatePath, this, [this](const QString &path) {
-        report(QStringLiteral("Picked: \"%1\".").arg(path.toHtmlEscaped()));
+        report(tr("Picked: \"%1\".").arg(path.toHtmlEscaped()));
     });
     card->add(bar);
     return card;
@@ -106,5 +105,5 @@ void PathPage::goTo(const QString &path)
         static_cast<FollowingPath *>(bar)->setPath(path);
     m_folders->clear();
     m_folders->addItems(QDir(path).entryList(QDir::Dirs | QDir::NoDotAndDotDot, QDir::Name));
-    report(QStringLiteral("You are in %1.").arg(QDir::toNativeSeparators(path)));
+    report(tr("You are in %1.").arg(QDir::toNativeSeparators(path)));
 }

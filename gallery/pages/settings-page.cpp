@@ -40,7 +40,7 @@ QStringList hours()
 {
     QStringList texts;
     for (int half = 0; half < 30; ++half)
-        texts.append(QStringLiteral("Every day at %1:%2")
+        texts.append(GalleryPage::tr("Every day at %1:%2")
                          .arg(7 + half / 2, 2, 10, QLatin1Char('0'))
                          .arg(half % 2 * 30, 2, 10, QLatin1Char('0')));
     return texts;
@@ -75,19 +75,18 @@ KovaLineEdit *SettingsPage::makeField(const QString &caption, const QString &tex
 
 QWidget *SettingsPage::makeForm()
 {
-    auto *card = new Card(QStringLiteral("Backup server"),
-                          QStringLiteral("What is wrong is marked when you save, and stays marked "
+    auto *card =
+        new Card(tr("Backup server"), tr("What is wrong is marked when you save, and stays marked "
                                          "until it is right. Try the port 80000."));
-    const auto addField = [this, card](const char *caption, const char *text, const char *unit,
-                                       bool (*validator)(const QString &)) {
-        KovaLineEdit *field = makeField(QString::fromLatin1(caption), QString::fromLatin1(text),
-                                        QString::fromLatin1(unit));
+    const auto addField = [this, card](const QString &caption, const char *text,
+                                       const QString &unit, bool (*validator)(const QString &)) {
+        KovaLineEdit *field = makeField(caption, QString::fromLatin1(text), unit);
         field->setValidator(validator);
         card->add(field);
     };
-    addField("&Server", "backup.example.org", "", isHost);
-    addField("&Port", "8080", "from 1 to 65535", isPort);
-    addField("&Keep", "32", "versions of each file", isCount);
+    addField(tr("&Server"), "backup.example.org", QString(), isHost);
+    addField(tr("&Port"), "8080", tr("from 1 to 65535"), isPort);
+    addField(tr("&Keep"), "32", tr("versions of each file"), isCount);
 
     auto *times = new KovaComboBox;
     times->addItems(hours());
@@ -117,12 +116,12 @@ QWidget *SettingsPage::makeForm()
 QWidget *SettingsPage::makeFootbar()
 {
     auto *bar = new KovaFootbar;
-    auto *help = new LinkLabel(QStringLiteral("How are versions counted?"));
+    auto *help = new LinkLabel(tr("How are versions counted?"));
     setStyleKey(help, "gallery.link");
     connect(help, &LinkLabel::clicked, this,
-            [this] { report(QStringLiteral("The link was pressed. It opens nothing itself.")); });
-    auto *undo = new KovaButton(QStringLiteral("Undo"), KovaButton::Cancel);
-    auto *saveButton = new KovaButton(QStringLiteral("Save"), KovaButton::Apply);
+            [this] { report(tr("The link was pressed. It opens nothing itself.")); });
+    auto *undo = new KovaButton(tr("Undo"), KovaButton::Cancel);
+    auto *saveButton = new KovaButton(tr("Save"), KovaButton::Apply);
     connect(undo, &QPushButton::clicked, this, [this] {
         m_fields[1]->getLineEdit()->setText(QStringLiteral("8080"));
         save();
@@ -142,26 +141,26 @@ void SettingsPage::check(KovaLineEdit *field)
     const bool wrong = std::any_of(m_fields.begin(), m_fields.end(), [](KovaLineEdit *each) {
         return each->getLineEdit()->property("error").toBool();
     });
-    m_problem->setText(wrong ? QStringLiteral("The marked entries are not valid.") : QString());
+    m_problem->setText(wrong ? tr("The marked entries are not valid.") : QString());
 }
 
 void SettingsPage::save()
 {
     for (KovaLineEdit *field : m_fields)
         check(field);
-    report(m_problem->text().isEmpty() ? QStringLiteral("Saved.") : QStringLiteral("Not saved."));
+    report(m_problem->text().isEmpty() ? tr("Saved.") : tr("Not saved."));
 }
 
 QWidget *SettingsPage::makeStates()
 {
-    auto *card = new Card(QStringLiteral("Looks and states"));
+    auto *card = new Card(tr("Looks and states"));
     auto *grid = new QGridLayout;
     grid->setHorizontalSpacing(kovaPx(12));
     grid->setVerticalSpacing(kovaPx(6));
     int column = 0;
-    const auto addState = [&](const char *name, QLineEdit *field, QWidget *box) {
+    const auto addState = [&](const QString &name, QLineEdit *field, QWidget *box) {
         field->setFixedHeight(kovaPx(28));
-        grid->addWidget(makeRowLabel(QString::fromLatin1(name)), 0, column);
+        grid->addWidget(makeRowLabel(name), 0, column);
         grid->addWidget(field->parentWidget(), 1, column);
         if (box)
             grid->addWidget(box, 2, column);
@@ -176,21 +175,21 @@ QWidget *SettingsPage::makeStates()
     };
     const auto makeBox = [] {
         auto *box = new KovaComboBox;
-        box->addItems({QStringLiteral("Every day"), QStringLiteral("Every week")});
+        box->addItems({tr("Every day"), tr("Every week")});
         return box;
     };
-    addState("At rest", makeEdit()->getLineEdit(), makeBox());
+    addState(tr("At rest"), makeEdit()->getLineEdit(), makeBox());
     KovaLineEdit *wrong = makeEdit();
     wrong->setError(true);
-    addState("Wrong", wrong->getLineEdit(), nullptr);
+    addState(tr("Wrong"), wrong->getLineEdit(), nullptr);
     KovaLineEdit *fixed = makeEdit();
     fixed->getLineEdit()->setReadOnly(true);
-    addState("Read only", fixed->getLineEdit(), nullptr);
+    addState(tr("Read only"), fixed->getLineEdit(), nullptr);
     KovaLineEdit *off = makeEdit();
     off->setEnabled(false);
     KovaComboBox *offBox = makeBox();
     offBox->setEnabled(false);
-    addState("Switched off", off->getLineEdit(), offBox);
+    addState(tr("Switched off"), off->getLineEdit(), offBox);
     card->add(grid);
     return card;
 }

@@ -25,37 +25,35 @@ SheetsPage::SheetsPage()
 
 Card *SheetsPage::makeTypes()
 {
-    auto *card = new Card(QStringLiteral("The seven types"));
-    addSheet(card, QStringLiteral("processing"), QStringLiteral("Processing"),
-             QStringLiteral("No buttons; ends after two seconds."), &SheetsPage::openProcessing);
-    addSheet(card, QStringLiteral("information"), QStringLiteral("Information"),
-             QStringLiteral("One button; Escape does nothing."), &SheetsPage::openInformation);
-    addSheet(card, QStringLiteral("warning"), QStringLiteral("Warning"),
-             QStringLiteral("One button and the warning icon."), &SheetsPage::openWarning);
-    addSheet(card, QStringLiteral("question"), QStringLiteral("Question"),
-             QStringLiteral("Return accepts, Escape declines."), &SheetsPage::openQuestion);
-    addSheet(card, QStringLiteral("upgrade"), QStringLiteral("Upgrade"),
-             QStringLiteral("Offers a newer version."), &SheetsPage::openUpgrade);
-    addSheet(card, QStringLiteral("warning-question"), QStringLiteral("Warning question"),
-             QStringLiteral("A question that can do harm."), &SheetsPage::openWarningQuestion);
-    addSheet(card, QStringLiteral("animation"), QStringLiteral("Animation"),
-             QStringLiteral("A moving picture; ends after two seconds."),
-             &SheetsPage::openAnimation);
+    auto *card = new Card(tr("The seven types"));
+    addSheet(card, QStringLiteral("processing"), tr("Processing"),
+             tr("No buttons; ends after two seconds."), &SheetsPage::openProcessing);
+    addSheet(card, QStringLiteral("information"), tr("Information"),
+             tr("One button; Escape does nothing."), &SheetsPage::openInformation);
+    addSheet(card, QStringLiteral("warning"), tr("Warning"), tr("One button and the warning icon."),
+             &SheetsPage::openWarning);
+    addSheet(card, QStringLiteral("question"), tr("Question"),
+             tr("Return accepts, Escape declines."), &SheetsPage::openQuestion);
+    addSheet(card, QStringLiteral("upgrade"), tr("Upgrade"), tr("Offers a newer version."),
+             &SheetsPage::openUpgrade);
+    addSheet(card, QStringLiteral("warning-question"), tr("Warning question"),
+             tr("A question that can do harm."), &SheetsPage::openWarningQuestion);
+    addSheet(card, QStringLiteral("animation"), tr("Animation"),
+             tr("A moving picture; ends after two seconds."), &SheetsPage::openAnimation);
     return card;
 }
 
 Card *SheetsPage::makeVariants()
 {
-    auto *card = new Card(QStringLiteral("Variants"));
-    addSheet(card, QStringLiteral("informative"), QStringLiteral("Two texts"),
-             QStringLiteral("With an informative text below."), &SheetsPage::openInformative);
-    addSheet(card, QStringLiteral("custom-buttons"), QStringLiteral("Own button texts"),
-             QStringLiteral("The buttons say what they do."), &SheetsPage::openCustomButtons);
-    addSheet(card, QStringLiteral("long-text"), QStringLiteral("Long text"),
-             QStringLiteral("Grows in height, not in width."), &SheetsPage::openLongText);
-    addSheet(card, QStringLiteral("closeable"), QStringLiteral("Window can close"),
-             QStringLiteral("The close button of the window stays alive."),
-             &SheetsPage::openCloseable);
+    auto *card = new Card(tr("Variants"));
+    addSheet(card, QStringLiteral("informative"), tr("Two texts"),
+             tr("With an informative text below."), &SheetsPage::openInformative);
+    addSheet(card, QStringLiteral("custom-buttons"), tr("Own button texts"),
+             tr("The buttons say what they do."), &SheetsPage::openCustomButtons);
+    addSheet(card, QStringLiteral("long-text"), tr("Long text"),
+             tr("Grows in height, not in width."), &SheetsPage::openLongText);
+    addSheet(card, QStringLiteral("closeable"), tr("Window can close"),
+             tr("The close button of the window stays alive."), &SheetsPage::openCloseable);
     return card;
 }
 
@@ -71,7 +69,7 @@ void SheetsPage::addSheet(Card *card, const QString &sceneName, const QString &l
 void SheetsPage::run(KovaMessageSheet &sheet)
 {
     KovaMask::createMask(&sheet, window(), QColor(0, 0, 0, 20));
-    report(QStringLiteral("The sheet returned ") + resultText(sheet.exec()) + QLatin1Char('.'));
+    report(tr("The sheet returned %1.").arg(resultText(sheet.exec())));
 }
 
 void SheetsPage::runJob(KovaMessageSheet &sheet)
@@ -82,31 +80,30 @@ void SheetsPage::runJob(KovaMessageSheet &sheet)
 
 void SheetsPage::openProcessing()
 {
-    KovaMessageSheet sheet(KovaMessageSheet::Processing,
-                           QStringLiteral("Connecting to the backup server…"), window());
+    KovaMessageSheet sheet(KovaMessageSheet::Processing, tr("Connecting to the backup server…"),
+                           window());
     runJob(sheet);
 }
 
 void SheetsPage::openInformation()
 {
     KovaMessageSheet sheet(KovaMessageSheet::Information,
-                           QStringLiteral("The backup is complete. 1,284 files were copied."),
-                           window());
+                           tr("The backup is complete. 1,284 files were copied."), window());
     run(sheet);
 }
 
 void SheetsPage::openWarning()
 {
-    KovaMessageSheet sheet(KovaMessageSheet::Warning,
-                           QStringLiteral("The backup drive is almost full."), window());
+    KovaMessageSheet sheet(KovaMessageSheet::Warning, tr("The backup drive is almost full."),
+                           window());
     run(sheet);
 }
 
 void SheetsPage::openQuestion()
 {
     KovaMessageSheet sheet(KovaMessageSheet::Question,
-                           QStringLiteral("Restore \"Budget 2024.ods\" to the version of Monday "
-                                          "evening?"),
+                           tr("Restore \"Budget 2024.ods\" to the version of Monday "
+                              "evening?"),
                            window());
     run(sheet);
 }
@@ -114,8 +111,8 @@ void SheetsPage::openQuestion()
 void SheetsPage::openUpgrade()
 {
     KovaMessageSheet sheet(KovaMessageSheet::Upgrade,
-                           QStringLiteral("A newer version of this program is available. Running "
-                                          "tasks are resumed afterwards."),
+                           tr("A newer version of this program is available. Running "
+                              "tasks are resumed afterwards."),
                            window());
     run(sheet);
 }
@@ -123,8 +120,8 @@ void SheetsPage::openUpgrade()
 void SheetsPage::openWarningQuestion()
 {
     KovaMessageSheet sheet(KovaMessageSheet::WarningQuestion,
-                           QStringLiteral("Stop synchronizing this folder? Files that exist only "
-                                          "on the server will not be on this computer any more."),
+                           tr("Stop synchronizing this folder? Files that exist only "
+                              "on the server will not be on this computer any more."),
                            window());
     run(sheet);
 }
@@ -132,7 +129,7 @@ void SheetsPage::openWarningQuestion()
 void SheetsPage::openAnimation()
 {
     KovaMessageSheet sheet(
-        QStringLiteral("Looking for changed files…"),
+        tr("Looking for changed files…"),
         ImageManager::getInstance()->getImageFolder() + QLatin1String("/processing.gif"), window());
     runJob(sheet);
 }
@@ -140,10 +137,10 @@ void SheetsPage::openAnimation()
 void SheetsPage::openInformative()
 {
     KovaMessageSheet sheet(
-        KovaMessageSheet::Warning, QStringLiteral("Three files could not be copied."),
-        QStringLiteral("They are open in another program. They will be tried again at the next "
-                       "backup. See the <a href=\"https://example.com/log\">log</a> for their "
-                       "names."),
+        KovaMessageSheet::Warning, tr("Three files could not be copied."),
+        tr("They are open in another program. They will be tried again at the next "
+           "backup. See the <a href=\"https://example.com/log\">log</a> for their "
+           "names."),
         window());
     run(sheet);
 }
@@ -151,27 +148,27 @@ void SheetsPage::openInformative()
 void SheetsPage::openCustomButtons()
 {
     MsgBoxCustomBtnText texts;
-    texts.okText = QStringLiteral("Delete backup");
-    texts.cancelText = QStringLiteral("Keep it");
+    texts.okText = tr("Delete backup");
+    texts.cancelText = tr("Keep it");
     KovaMessageSheet sheet(KovaMessageSheet::Question,
-                           QStringLiteral("Delete the backup of 14 March and all its versions?"),
-                           texts, window());
+                           tr("Delete the backup of 14 March and all its versions?"), texts,
+                           window());
     run(sheet);
 }
 
 void SheetsPage::openLongText()
 {
     KovaMessageSheet sheet(
-        KovaMessageSheet::Information, QStringLiteral("About versions"),
-        QStringLiteral("Each time a file changes, the backup keeps the version before. Versions of "
-                       "the last day are all kept, of the last month one for each day, and older "
-                       "ones one for each week. When the drive is full, the oldest versions of the "
-                       "largest files are removed first; the newest version of a file is never "
-                       "removed.<br><br>Versions take less room than you may expect, for only the "
-                       "parts that changed are stored. A year of daily versions of an ordinary "
-                       "office folder is about one and a half times as large as the folder itself."
-                       "<br><br>To keep a version for good, give it a name in the list of "
-                       "versions."),
+        KovaMessageSheet::Information, tr("About versions"),
+        tr("Each time a file changes, the backup keeps the version before. Versions of "
+           "the last day are all kept, of the last month one for each day, and older "
+           "ones one for each week. When the drive is full, the oldest versions of the "
+           "largest files are removed first; the newest version of a file is never "
+           "removed.<br><br>Versions take less room than you may expect, for only the "
+           "parts that changed are stored. A year of daily versions of an ordinary "
+           "office folder is about one and a half times as large as the folder itself."
+           "<br><br>To keep a version for good, give it a name in the list of "
+           "versions."),
         window());
     run(sheet);
 }
@@ -179,8 +176,7 @@ void SheetsPage::openLongText()
 void SheetsPage::openCloseable()
 {
     KovaMessageSheet sheet(KovaMessageSheet::Question,
-                           QStringLiteral("Sign in again to continue with the synchronization?"),
-                           window());
+                           tr("Sign in again to continue with the synchronization?"), window());
     sheet.setBlockWindowButton(false);
     run(sheet);
 }

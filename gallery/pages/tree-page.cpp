@@ -68,7 +68,7 @@ void TreePage::setUpTree()
 {
     m_tree->setItemDelegate(m_delegate);
     m_tree->setHeaderHidden(true);
-    m_tree->setAccessibleName(QStringLiteral("Folders to back up"));
+    m_tree->setAccessibleName(tr("Folders to back up"));
     m_tree->setStyleSheet(getStyleSheet("theme.tree", false)
                           + getStyleSheet("component.scrollbar", false));
     m_tree->setBackgroundColor(QColor(0xD6, 0xE8, 0xF6), QColor(0xED, 0xF5, 0xFB));
@@ -97,7 +97,7 @@ void TreePage::setUpTree()
             openMenuAtName(m_tree->currentItem());
     });
     connect(m_delegate, &ItemDelegate::sigKeyPressed, this,
-            [this] { report(QStringLiteral("The name stays as it was.")); });
+            [this] { report(tr("The name stays as it was.")); });
 }
 
 void TreePage::readFolder(const QString &path, QTreeWidgetItem *parent)
@@ -138,7 +138,7 @@ void TreePage::rename(QTreeWidgetItem *item)
     const QString name = item->text(0);
     if (!before.dir().rename(before.fileName(), name)) {
         item->setText(0, before.fileName());
-        report(QStringLiteral("There is a folder \"%1\" already.").arg(name));
+        report(tr("There is a folder \"%1\" already.").arg(name));
         return;
     }
     // The folders inside of it have moved along.
@@ -149,17 +149,17 @@ void TreePage::rename(QTreeWidgetItem *item)
         if (path == oldPath || path.startsWith(oldPath + QLatin1Char('/')))
             (*it)->setData(0, pathRole, newPath + path.mid(oldPath.size()));
     }
-    report(QStringLiteral("Renamed \"%1\" to \"%2\".").arg(before.fileName(), name));
+    report(tr("Renamed \"%1\" to \"%2\".").arg(before.fileName(), name));
 }
 
 void TreePage::addFolder(QTreeWidgetItem *parent)
 {
     const QDir dir(parent ? parent->data(0, pathRole).toString() : m_folder.path());
-    QString name = QStringLiteral("New folder");
+    QString name = tr("New folder");
     for (int number = 2; dir.exists(name); ++number)
-        name = QStringLiteral("New folder %1").arg(number);
+        name = tr("New folder %1").arg(number);
     if (!dir.mkdir(name)) {
-        report(QStringLiteral("The folder cannot be made."));
+        report(tr("The folder cannot be made."));
         return;
     }
     QTreeWidgetItem *item = addItem(dir.filePath(name), parent);
@@ -179,16 +179,16 @@ void TreePage::openMenu(const QPoint &position, QTreeWidgetItem *item)
 {
     m_menu->clear();
     if (item) {
-        QAction *renaming = m_menu->addAction(QStringLiteral("Rename"));
+        QAction *renaming = m_menu->addAction(tr("Rename"));
         renaming->setEnabled(item->flags() & Qt::ItemIsEditable);
         connect(renaming, &QAction::triggered, this, [this, item] { m_tree->editItem(item); });
     }
-    connect(m_menu->addAction(QStringLiteral("New folder")), &QAction::triggered, this,
+    connect(m_menu->addAction(tr("New folder")), &QAction::triggered, this,
             [this, item] { addFolder(item); });
     m_menu->addSeparator();
-    connect(m_menu->addAction(QStringLiteral("Sort from A to Z")), &QAction::triggered, this,
+    connect(m_menu->addAction(tr("Sort from A to Z")), &QAction::triggered, this,
             [this] { sort(Qt::AscendingOrder); });
-    connect(m_menu->addAction(QStringLiteral("Sort from Z to A")), &QAction::triggered, this,
+    connect(m_menu->addAction(tr("Sort from Z to A")), &QAction::triggered, this,
             [this] { sort(Qt::DescendingOrder); });
     m_menu->popup(m_tree->viewport()->mapToGlobal(position));
 }
@@ -211,5 +211,5 @@ void TreePage::reportChosen()
     int chosen = 0;
     for (QTreeWidgetItemIterator it(m_tree, QTreeWidgetItemIterator::Checked); *it; ++it)
         ++chosen;
-    report(QStringLiteral("%1 folders are chosen.").arg(chosen));
+    report(tr("%1 folders are chosen.").arg(chosen));
 }

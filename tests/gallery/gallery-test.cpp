@@ -32,6 +32,7 @@ private Q_SLOTS:
     void takesAPictureOfEverything_data();
     void takesAPictureOfEverything();
     void speaksTheLanguage();
+    void takesTheOptionsOfQt();
     void refusesWhatItDoesNotUnderstand();
     void saysWhatItCannotDo();
 
@@ -133,6 +134,28 @@ void GalleryTest::speaksTheLanguage()
              qPrintable(errors.value("xyz")));
 }
 
+void GalleryTest::takesTheOptionsOfQt()
+{
+    QProcessEnvironment bare = m_environment;
+    for (const char *name : {"DISPLAY", "WAYLAND_DISPLAY", "QT_QPA_PLATFORM"})
+        bare.remove(name);
+    const QDir folder(m_scratch.filePath("reverse"));
+    const Outcome outcome = run({"-platform", "offscreen", "--page", "buttons", "-style=fusion",
+                                 "-reverse", "--screenshots", folder.path(), "--style", "windows"},
+                                bare);
+    QCOMPARE(outcome.errors, "");
+    QCOMPARE(outcome.exitCode, 0);
+    const QImage picture(folder.filePath("buttons.png"));
+    const int middle = picture.height() / 2;
+    const QColor navigation(0xF4, 0xF7, 0xFA);
+    QCOMPARE(picture.pixelColor(picture.width() - 4, middle), navigation);
+    QVERIFY(picture.pixelColor(4, middle) != navigation);
+
+    // With a platform there is something to open a window on; this one cannot be loaded.
+    const Outcome unknown = run({"-platform", "no-such-platform"}, bare);
+    QVERIFY2(!unknown.errors.contains("DISPLAY is not set"), qPrintable(unknown.errors));
+}
+
 void GalleryTest::refusesWhatItDoesNotUnderstand()
 {
     const QPair<QStringList, QString> cases[] = {
@@ -144,6 +167,7 @@ void GalleryTest::refusesWhatItDoesNotUnderstand()
         {{"--scale", "nan"}, "\"nan\""},
         {{"--scale", "40"}, "\"40\""},
         {{"--page", "nowhere"}, "\"nowhere\""},
+        {{"-reverse", "--loud"}, "loud"},
         {{"--screenshots", ""}, "--screenshots"},
         {{"--theme", "/no/such/folder"}, "/no/such/folder"},
         {{"--theme", "/"}, "images.json"},

@@ -1,15 +1,22 @@
 #include "support/test-host.h"
 #include "support/user-input.h"
 
+#include <environment.h>
 #include <gallery-page.h>
 #include <gallery-window.h>
 #include <host-startup.h>
+#include <options.h>
 #include <page-registry.h>
+#include <words.h>
 
+#include <kovakit-qt/style/dpi-info.h>
 #include <kovakit-qt/widgets/kova-msg-sheet.h>
 
+#include <QAbstractItemView>
 #include <QListWidget>
 #include <QMessageBox>
+#include <QScrollBar>
+#include <QTranslator>
 #include <QtTest>
 
 // Drives the gallery's window from inside with keys and clicks that come as a person's do.
@@ -21,7 +28,14 @@ private Q_SLOTS:
     void initTestCase();
     void init();
     void cleanup() { m_window.reset(); }
+    void pagesFitTheWindowAndNameTheirPictures_data();
     void pagesFitTheWindowAndNameTheirPictures();
+    void noTextStaysUntranslated();
+    void everyScrollBarIsTheHouses();
+    void viewsGrowWithTheWindow_data();
+    void viewsGrowWithTheWindow();
+    void assistiveTechnologySelectsAndTicks();
+    void otherDisplaysAndLooksAreOtherInstances();
     void questionTellsItsAnswer();
     void jobsEndByThemselves();
 
@@ -63,9 +77,22 @@ void GalleryWindowTest::focusButton(const QString &text)
     QFAIL(qPrintable(text + " cannot be reached with Tab"));
 }
 
+void GalleryWindowTest::pagesFitTheWindowAndNameTheirPictures_data()
+{
+    QTest::addColumn<QString>("language");
+    for (const char *language : {"enu", "chs", "deu", "fra", "jpn"})
+        QTest::newRow(language) << language;
+}
+
 // The picture of a page is one of the window: what has to be scrolled to would be missing.
 void GalleryWindowTest::pagesFitTheWindowAndNameTheirPictures()
 {
+    QFETCH(QString, language);
+    GalleryWords words(language);
+    QCoreApplication::installTranslator(&words);
+    init();
+    const auto *list = m_window->findChild<QListWidget *>();
+    QVERIFY2(list->sizeHintForColumn(0) <= list->viewport()->width(), "the list cuts a title");
     int pictures = 0;
     for (std::size_t index = 0; index < pageRegistry().size(); ++index) {
         const GalleryPage *page = m_window->showPage(int(index));
@@ -88,6 +115,140 @@ void GalleryWindowTest::pagesFitTheWindowAndNameTheirPictures()
         }
     }
     QVERIFY(pictures > 0);
+}
+
+void GalleryWindowTest::noTextStaysUntranslated()
+{
+    class Marker : public QTranslator
+    {
+    public:
+        bool isEmpty() const override { return false; }
+        QString translate(const char *, const char *text, const char *, int) const override
+        {
+            return QChar(0x2045) + QString(text) + QChar(0x2046);
+        }
+    } marker;
+    QCoreApplication::installTranslator(&marker);
+    init();
+    // Two words, one after the other, make a sentence; names of things and codes are one word.
+    static const QRegularExpression sentence("[A-Za-z]{2,} [A-Za-z]{2,}");
+    const QList<QString> ofTheLibrary = stringsOfLanguage("enu").values();
+    for (std::size_t index = 0; index < pageRegistry().size(); ++index) {
+        m_window->showPage(int(index));
+        QVERIFY(m_window->windowTitle().contains(QChar(0x2045)));
+        QStringList texts;
+        for (const QLabel *label : m_window->findChildren<QLabel *>())
+            texts.append(label->text());
+        for (const QAbstractButton *button : m_window->findChildren<QAbstractButton *>())
+            texts << button->text() << button->toolTip();
+        for (const QWidget *widget : m_window->findChildren<QWidget *>())
+            texts.append(widget->accessibleName());
+        for (const QString &text : qAsConst(texts)) {
+            QVERIFY2(text.contains(QChar(0x2045)) || !text.contains(sentence)
+                         || ofTheLibrary.contains(text) || text.contains("R&amp;D"),
+                     qPrintable(text));
+        }
+    }
+}
+
+void GalleryWindowTest::everyScrollBarIsTheHouses()
+{
+    m_window->resize(m_window->minimumSize());
+    int shown = 0;
+    for (std::size_t index = 0; index < pageRegistry().size(); ++index) {
+        m_window->showPage(int(index));
+        QCoreApplication::sendPostedEvents(nullptr, QEvent::LayoutRequest);
+        for (const QScrollBar *bar : m_window->findChildren<QScrollBar *>()) {
+            if (!bar->isVisible())
+                continue;
+            ++shown;
+            const bool upright = bar->orientation() == Qt::Vertical;
+            QCOMPARE(upright ? bar->width() : bar->height(), kovaPx(12));
+        }
+    }
+    QVERIFY(shown > 20);
+
+    // Nothing is painted where two of them meet.
+    const QWidget *area = m_window->showPage(0)->parentWidget()->parentWidget();
+    QCoreApplication::sendPostedEvents(nullptr, QEvent::LayoutRequest);
+    const QPoint end = area->mapTo(m_window.get(), area->rect().bottomRight());
+    const QImage picture = m_window->grab().toImage();
+    for (int step = 0; step < kovaPx(11); ++step)
+        QCOMPARE(picture.pixelColor(end - QPoint(step, step)), QColor(Qt::white));
+}
+
+void GalleryWindowTest::viewsGrowWithTheWindow_data()
+{
+    QTest::addColumn<QString>("page");
+    for (const char *page : {"log", "long-table", "tree"})
+        QTest::newRow(page) << page;
+}
+
+void GalleryWindowTest::viewsGrowWithTheWindow()
+{
+    QFETCH(QString, page);
+    m_window->showPageNamed(page);
+    const auto view = [this] {
+        int height = 0;
+        for (const QAbstractItemView *each : m_window->findChild<QStackedWidget *>()
+                                                 ->currentWidget()
+                                                 ->findChildren<QAbstractItemView *>())
+            height = qMax(height, each->height());
+        return height;
+    };
+    QCoreApplication::sendPostedEvents(nullptr, QEvent::LayoutRequest);
+    const int before = view();
+    m_window->resize(m_window->width(), m_window->height() + 200);
+    QTRY_COMPARE(view(), before + 200);
+}
+
+void GalleryWindowTest::assistiveTechnologySelectsAndTicks()
+{
+    const auto act = [](QAccessibleInterface *thing) {
+        thing->actionInterface()->doAction(QAccessibleActionInterface::toggleAction());
+    };
+    auto *list = m_window->findChild<QListWidget *>();
+    QAccessibleInterface *pages = QAccessible::queryAccessibleInterface(list);
+    for (const int row : {2, 7}) {
+        act(pages->child(row));
+        QCOMPARE(list->currentRow(), row);
+        QVERIFY(m_window->windowTitle().startsWith(pageRegistry()[std::size_t(row)].title));
+    }
+    act(pages->child(7)); // which takes the selection away
+    QTRY_VERIFY2(list->item(7)->isSelected(), "the list shows no page as chosen");
+
+    m_window->showPageNamed("checks");
+    QStringList reports;
+    const auto tick = [&](const QString &text) {
+        for (QAbstractButton *button : m_window->findChildren<QAbstractButton *>()) {
+            if (button->text() == text && button->isEnabled()) {
+                act(QAccessible::queryAccessibleInterface(button));
+                reports.append(m_window->reportText());
+                return;
+            }
+        }
+    };
+    tick("Downloads");
+    tick("Everything in my home folder");
+    tick("Pictures");
+    tick("On Sundays");
+    QCOMPARE(reports, (QStringList{"3 of 3 folders are backed up.", "0 of 3 folders are backed up.",
+                                   "1 of 3 folders are backed up.", "Chosen: On Sundays."}));
+}
+
+void GalleryWindowTest::otherDisplaysAndLooksAreOtherInstances()
+{
+    GalleryOptions options;
+    QSet<QString> names = {instanceName(options)};
+    for (const char *variable : {"DISPLAY", "WAYLAND_DISPLAY"}) {
+        const QByteArray before = qgetenv(variable);
+        qputenv(variable, "other-7");
+        names.insert(instanceName(options));
+        qputenv(variable, before);
+    }
+    QCOMPARE(parseOptions({"kovakit-gallery", "-reverse"}, &options), QString());
+    names.insert(instanceName(options));
+    QCOMPARE(names.size(), 4);
 }
 
 void GalleryWindowTest::questionTellsItsAnswer()

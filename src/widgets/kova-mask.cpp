@@ -75,6 +75,9 @@ QWidget *KovaMask::createMask(QWidget *widget, QWidget *parent, QColor color)
         return nullptr;
     if (!parent)
         parent = widget->parentWidget();
+    // A mask that loses its content to another one is hidden: it cannot carry that one.
+    if (const auto *mask = qobject_cast<KovaMask *>(parent); mask && mask->d->widget == widget)
+        parent = mask->parentWidget();
     if (!parent)
         return nullptr;
     new KovaMask(widget, parent, color);
@@ -98,4 +101,15 @@ bool KovaMask::eventFilter(QObject *watched, QEvent *event)
         hide();
     }
     return false;
+}
+
+// Comes when the content moves elsewhere, and when it dies without having been hidden.
+void KovaMask::childEvent(QChildEvent *event)
+{
+    QFrame::childEvent(event);
+    if (!event->removed() || event->child() != d->widget)
+        return;
+    event->child()->removeEventFilter(this);
+    d->widget = nullptr;
+    hide();
 }

@@ -22,9 +22,11 @@ public:
     /**
      * Puts @p widget into a new mask over @p parent, filled with @p color, and returns @p widget.
      *
-     * Without a @p parent the present parent of @p widget is taken. Returns null and does nothing
-     * when there is no @p widget or no parent to be had. The mask belongs to the parent and stays
-     * there, hidden, after its content is gone; the content belongs to the mask.
+     * Without a @p parent the present parent of @p widget is taken, or that of the mask that holds
+     * it. Returns null and does nothing when there is no @p widget or no parent to be had. The mask
+     * belongs to the parent; the content belongs to the mask and is hidden until it is shown. A
+     * content that was in another mask leaves that one. A mask whose content has left or was
+     * deleted stays, hidden and empty, until its parent goes.
      */
     static QWidget *createMask(QWidget *widget, QWidget *parent, QColor color);
 
@@ -38,6 +40,8 @@ public:
 protected:
     /** Shows and hides the mask with its content; lets every event through. */
     bool eventFilter(QObject *watched, QEvent *event) override;
+    /** Hides the mask when its content leaves it or is deleted. */
+    void childEvent(QChildEvent *event) override;
 
 private:
     KovaMaskPrivate *d;

@@ -5,6 +5,8 @@
 #include <kovakit-qt/style/style-manager.h>
 #include <kovakit-qt/utils/component-strings_p.h>
 
+#include <QCloseEvent>
+#include <QPointer>
 #include <QPushButton>
 #include <QShowEvent>
 
@@ -19,6 +21,7 @@ KovaCountdownMessageBox::KovaCountdownMessageBox(int seconds, QWidget *parent)
     dressButton(button(Ok), okText(), "component.apply_button");
     dressButton(button(Discard), componentString("cancel"), "component.cancel_button");
     setDefaultButton(Ok);
+    setEscapeButton(Discard);
 }
 
 QString KovaCountdownMessageBox::okText() const
@@ -59,4 +62,17 @@ void KovaCountdownMessageBox::showEvent(QShowEvent *event)
     slotTick();
     if (count >= 0)
         timer.start();
+}
+
+// The base class would end exec() with the right code, but emit finished() with another one.
+void KovaCountdownMessageBox::closeEvent(QCloseEvent *event)
+{
+    QAbstractButton *escape = escapeButton();
+    if (!isVisible() || !buttons().contains(escape)) {
+        QMessageBox::closeEvent(event);
+        return;
+    }
+    const QPointer<KovaCountdownMessageBox> self(this);
+    escape->click();
+    event->setAccepted(!self || !isVisible());
 }

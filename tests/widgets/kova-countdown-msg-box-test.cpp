@@ -24,7 +24,7 @@ private Q_SLOTS:
     void looksLikeABoxOfTheHouse();
     void countsToTheClick();
     void countsBySeconds();
-    void goesOnAfterTheSecondButtonClosedIt();
+    void cancelsInThreeWays();
     void neverClicksAButtonThatIsGone();
     void survivesItsEndWhileCounting();
     void textIsInsertedOnce();
@@ -80,22 +80,36 @@ void KovaCountdownMessageBoxTest::countsBySeconds()
     QVERIFY2(elapsed.elapsed() >= 950, qPrintable(QString::number(elapsed.elapsed())));
 }
 
-void KovaCountdownMessageBoxTest::goesOnAfterTheSecondButtonClosedIt()
+void KovaCountdownMessageBoxTest::cancelsInThreeWays()
 {
-    KovaCountdownMessageBox box(4, nullptr);
-    QTimer::singleShot(0, &box, [&] {
-        showActive(&box);
-        // Without an escape button the countdown cannot be left by accident.
-        press(&box, Qt::Key_Escape);
-        box.close();
-        QVERIFY(box.isVisible());
-        click(box.button(QMessageBox::Discard));
-    });
-    QCOMPARE(box.exec(), 8388608);
-    QVERIFY(!box.isVisible());
-    QSignalSpy finished(&box, &QDialog::finished);
-    QVERIFY(finished.wait());
-    QCOMPARE(finished.first().first().toInt(), 1024);
+    const std::function<void(KovaCountdownMessageBox &)> ways[] = {
+        [](KovaCountdownMessageBox &box) { press(&box, Qt::Key_Escape); },
+        [](KovaCountdownMessageBox &box) {
+            QCloseEvent close;
+            QCoreApplication::sendEvent(box.windowHandle(), &close);
+        },
+        [](KovaCountdownMessageBox &box) { click(box.button(QMessageBox::Discard)); },
+    };
+    for (const auto &cancel : ways) {
+        KovaCountdownMessageBox box(3, nullptr);
+        QSignalSpy finished(&box, &QDialog::finished);
+        QTimer::singleShot(0, &box, [&] {
+            showActive(&box);
+            cancel(box);
+        });
+        QCOMPARE(box.exec(), 8388608);
+        QCOMPARE(finished, QList<QList<QVariant>>{{8388608}});
+        QVERIFY(!box.isVisible());
+        // A box that is kept counts on and presses its button all the same.
+        QVERIFY(finished.wait());
+        QCOMPARE(finished.last().first().toInt(), 1024);
+    }
+    // Without an escape button it cannot be left by accident.
+    KovaCountdownMessageBox stubborn(9, nullptr);
+    stubborn.setEscapeButton(nullptr);
+    stubborn.setStandardButtons(QMessageBox::Ok | QMessageBox::Discard | QMessageBox::Yes);
+    stubborn.show();
+    QVERIFY(!stubborn.close());
 }
 
 void KovaCountdownMessageBoxTest::neverClicksAButtonThatIsGone()

@@ -10,6 +10,12 @@
 
 namespace {
 
+// A sheet in a window that is not on the screen would wait for an answer that nobody can give.
+bool canCarrySheet(const QWidget *parent)
+{
+    return parent && parent->window()->isVisible();
+}
+
 int execSheet(KovaMessageSheet &sheet, const QWidget *parent)
 {
     KovaMask::createMask(&sheet, parent->window(), QColor(0, 0, 0, 20));
@@ -47,7 +53,7 @@ int execBox(const Box &kind, const QString &title, const QString &text,
 
 void showInfoMsg(const QString &title, const QString &text, QWidget *parent)
 {
-    if (parent) {
+    if (canCarrySheet(parent)) {
         KovaMessageSheet sheet(KovaMessageSheet::Information, text, parent);
         execSheet(sheet, parent);
     } else {
@@ -64,7 +70,7 @@ void showWarningMsg(const QString &title, const QString &text, QWidget *parent)
 void showWarningMsg(const QString &title, const QString &text, const QString &informativeText,
                     QWidget *parent)
 {
-    if (parent) {
+    if (canCarrySheet(parent)) {
         KovaMessageSheet sheet(KovaMessageSheet::Warning, text, informativeText, parent);
         execSheet(sheet, parent);
     } else {
@@ -81,7 +87,7 @@ int showConfirmMsg(const QString &title, const QString &text, QWidget *parent)
 int showConfirmMsgCustomBtn(const QString &title, const QString &text,
                             const MsgBoxCustomBtnText &buttonText, QWidget *parent)
 {
-    if (parent) {
+    if (canCarrySheet(parent)) {
         KovaMessageSheet sheet(KovaMessageSheet::Question, text, buttonText, parent);
         return execSheet(sheet, parent);
     }
@@ -92,7 +98,7 @@ int showConfirmMsgCustomBtn(const QString &title, const QString &text,
 
 void showUpgradingMsg(const QString &title, const QString &text, QWidget *parent)
 {
-    if (parent) {
+    if (canCarrySheet(parent)) {
         KovaMessageSheet sheet(KovaMessageSheet::Upgrade, text, parent);
         execSheet(sheet, parent);
     } else {

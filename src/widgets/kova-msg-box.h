@@ -9,8 +9,9 @@
  *
  * Each function blocks until the user has answered. With a parent widget the message is a
  * KovaMessageSheet inside the parent's window, which has no title bar and so does not show the
- * title; without one it is a styled QMessageBox of its own. Destroying the parent's window ends
- * the sheet; a question then returns 0.
+ * title. Without one, and while the parent's window is not shown, as in the constructor of a main
+ * window, it is a styled QMessageBox of its own. Destroying the parent's window ends the sheet; a
+ * question then returns 0.
  */
 
 /** Tells the user @p text. */

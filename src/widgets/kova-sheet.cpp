@@ -9,49 +9,104 @@
 #include <QHBoxLayout>
 #include <QPainter>
 
+#include <algorithm>
 #include <functional>
-#include <new>
+#include <vector>
 
 namespace {
 
 constexpr int designShadowMargin = 22;
 
-// The block that operator new handed out last, until the sheet in it is constructed.
 struct HeapBlock
 {
-    const char *begin = nullptr;
-    std::size_t size = 0;
+    const char *begin;
+    std::size_t size;
 };
-HeapBlock latestBlock;
 
-bool takeHeapBlock(const void *sheet)
+// The blocks that operator new handed out and no sheet was constructed in yet: more than one when
+// the arguments of a constructor make another sheet.
+std::vector<HeapBlock> pendingBlocks;
+
+template<typename... How>
+void *newBlock(std::size_t size, How... how)
 {
-    const HeapBlock block = latestBlock;
-    latestBlock = HeapBlock();
-    const std::less<const char *> before;
-    const char *address = static_cast<const char *>(sheet);
-    return block.begin && !before(address, block.begin)
-        && before(address, block.begin + block.size);
+    void *memory = ::operator new(size, how...);
+    if (memory)
+        pendingBlocks.push_back({static_cast<const char *>(memory), size});
+    return memory;
+}
+
+bool takeBlockAround(const void *address)
+{
+    const auto surrounds = [address](const HeapBlock &block) {
+        const std::less_equal<const void *> before;
+        return before(block.begin, address) && !before(block.begin + block.size, address);
+    };
+    const auto found = std::find_if(pendingBlocks.begin(), pendingBlocks.end(), surrounds);
+    if (found == pendingBlocks.end())
+        return false;
+    pendingBlocks.erase(found);
+    return true;
+}
+
+QPixmap shadowPicture(const char *name)
+{
+    return getGlobalImage(name, ImageManager::Default);
+}
+
+void drawStretched(QPainter &painter, const QRect &target, const QPixmap &picture)
+{
+    if (!target.isEmpty() && !picture.isNull())
+        painter.drawPixmap(
+            target, picture.scaled(target.size(), Qt::IgnoreAspectRatio, Qt::FastTransformation));
 }
 
 } // namespace
 
 void *KovaSheet::operator new(std::size_t size)
 {
-    void *memory = ::operator new(size);
-    latestBlock = {static_cast<const char *>(memory), size};
-    return memory;
+    return newBlock(size);
 }
 
-void KovaSheet::operator delete(void *memory)
+void *KovaSheet::operator new(std::size_t size, const std::nothrow_t &) noexcept
 {
+    return newBlock<const std::nothrow_t &>(size, std::nothrow);
+}
+
+void *KovaSheet::operator new(std::size_t size, std::align_val_t alignment)
+{
+    return newBlock(size, alignment);
+}
+
+void *KovaSheet::operator new(std::size_t, void *place) noexcept
+{
+    return place;
+}
+
+// A block is still pending only if the constructor threw before it reached the sheet.
+void KovaSheet::operator delete(void *memory) noexcept
+{
+    takeBlockAround(memory);
     ::operator delete(memory);
 }
+
+void KovaSheet::operator delete(void *memory, const std::nothrow_t &) noexcept
+{
+    KovaSheet::operator delete(memory);
+}
+
+void KovaSheet::operator delete(void *memory, std::align_val_t alignment) noexcept
+{
+    takeBlockAround(memory);
+    ::operator delete(memory, alignment);
+}
+
+void KovaSheet::operator delete(void *, void *) noexcept { }
 
 KovaSheet::KovaSheet(QWidget *parent)
     : QFrame(parent)
     , shadowMargin(kovaPx(designShadowMargin))
-    , m_onHeap(takeHeapBlock(this))
+    , m_onHeap(takeBlockAround(this))
 {
     installSheetAccessibility();
     setContentsMargins(shadowMargin, shadowMargin, shadowMargin, shadowMargin);
@@ -109,31 +164,22 @@ void KovaSheet::drawShadow(QPainter &painter)
     const int innerWidth = width() - 2 * m;
     const int innerHeight = height() - 2 * m;
 
-    struct Part
-    {
-        const char *image;
-        QRect target;
-    };
-    const Part corners[] = {
-        {"bg_tutorial_lt", {0, 0, m, m}},
-        {"bg_tutorial_rt", {right, 0, m, m}},
-        {"bg_tutorial_lb", {0, bottom, m, m}},
-        {"bg_tutorial_rb", {right, bottom, m, m}},
-    };
-    const Part edges[] = {
-        {"bg_tutorial_l", {0, m, m, innerHeight}},
-        {"bg_tutorial_r", {right, m, m, innerHeight}},
-        {"bg_tutorial_t", {m, 0, innerWidth, m}},
-        {"bg_tutorial_b", {m, bottom, innerWidth, m}},
-    };
+    // Missing ones are reported in this order.
+    const QPixmap leftEdge = shadowPicture("bg_tutorial_l");
+    const QPixmap rightEdge = shadowPicture("bg_tutorial_r");
+    const QPixmap topEdge = shadowPicture("bg_tutorial_t");
+    const QPixmap bottomEdge = shadowPicture("bg_tutorial_b");
+    const QPixmap leftTop = shadowPicture("bg_tutorial_lt");
+    const QPixmap rightTop = shadowPicture("bg_tutorial_rt");
+    const QPixmap leftBottom = shadowPicture("bg_tutorial_lb");
+    const QPixmap rightBottom = shadowPicture("bg_tutorial_rb");
 
-    for (const Part &corner : corners)
-        painter.drawPixmap(corner.target, getGlobalImage(corner.image, ImageManager::Default));
-    for (const Part &edge : edges) {
-        const QPixmap pixmap = getGlobalImage(edge.image, ImageManager::Default);
-        if (edge.target.isEmpty() || pixmap.isNull())
-            continue;
-        painter.drawPixmap(edge.target, pixmap.scaled(edge.target.size(), Qt::IgnoreAspectRatio,
-                                                      Qt::FastTransformation));
-    }
+    painter.drawPixmap(QRect(0, 0, m, m), leftTop);
+    painter.drawPixmap(QRect(right, 0, m, m), rightTop);
+    painter.drawPixmap(QRect(0, bottom, m, m), leftBottom);
+    painter.drawPixmap(QRect(right, bottom, m, m), rightBottom);
+    drawStretched(painter, QRect(0, m, m, innerHeight), leftEdge);
+    drawStretched(painter, QRect(right, m, m, innerHeight), rightEdge);
+    drawStretched(painter, QRect(m, 0, innerWidth, m), topEdge);
+    drawStretched(painter, QRect(m, bottom, innerWidth, m), bottomEdge);
 }

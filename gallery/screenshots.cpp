@@ -12,6 +12,7 @@
 #include <QDir>
 #include <QElapsedTimer>
 #include <QEventLoop>
+#include <QLabel>
 #include <QMovie>
 #include <QPainter>
 #include <QTimer>
@@ -33,9 +34,11 @@ void letEventsPass()
 
 void stopMovies(QWidget *window)
 {
-    for (QMovie *movie : window->findChildren<QMovie *>()) {
-        movie->setPaused(true);
-        movie->jumpToFrame(0);
+    for (const QLabel *label : window->findChildren<QLabel *>()) {
+        if (QMovie *movie = label->movie()) {
+            movie->setPaused(true);
+            movie->jumpToFrame(0);
+        }
     }
 }
 

@@ -4,6 +4,7 @@
 #include "named-accessible_p.h"
 #include "placeholder-color_p.h"
 #include "sheet-buttons_p.h"
+#include "sheet-fit_p.h"
 #include "sheet-modality_p.h"
 
 #include <kovakit-qt/style/dpi-info.h>
@@ -23,6 +24,7 @@ public:
     void initialize();
     void setText(const QString &text);
     void setupLayout();
+    void setCompact(bool compact);
     [[nodiscard]] int getPreferredWidth() const;
 
     KovaInputSheet *q;
@@ -30,6 +32,7 @@ public:
     QLineEdit *lineEdit;
     QDialogButtonBox *buttonBox;
     SheetModality modality;
+    SheetFit fit;
 };
 
 KovaInputSheetPrivate::KovaInputSheetPrivate(KovaInputSheet *sheet)
@@ -39,6 +42,9 @@ KovaInputSheetPrivate::KovaInputSheetPrivate(KovaInputSheet *sheet)
     , lineEdit(new QLineEdit(sheet))
     , buttonBox(newButtonBox(sheet))
     , modality(sheet, [sheet] { sheet->quit(); })
+    , fit(sheet, buttonBox,
+          {[this] { return kovaPx(getPreferredWidth()); },
+           [this](bool compact) { setCompact(compact); }})
 {
 }
 
@@ -68,27 +74,29 @@ void KovaInputSheetPrivate::setText(const QString &text)
 
 void KovaInputSheetPrivate::setupLayout()
 {
+    fit.leaveLayout();
     delete q->layout();
     auto *main = new QVBoxLayout(q);
-    const int margin = kovaPx(10);
-    main->setContentsMargins(margin, margin, margin, margin);
     main->setSpacing(0);
-    main->addWidget(textLabel);
+    main->addLayout(fit.newTextColumn({textLabel}, 0));
     main->addSpacing(kovaPx(8));
     main->addWidget(lineEdit);
-    if (!buttonBox->buttons().isEmpty()) {
-        main->addSpacing(kovaPx(24));
-        main->addWidget(buttonBox);
-    }
+    fit.addButtons(main, kovaPx(24));
+    setCompact(false);
+    fit.start();
+}
 
-    q->fitToWidth(kovaPx(getPreferredWidth()));
+void KovaInputSheetPrivate::setCompact(bool compact)
+{
+    const int margin = kovaPx(compact ? 4 : 10);
+    q->layout()->setContentsMargins(margin, margin, margin, margin);
 }
 
 int KovaInputSheetPrivate::getPreferredWidth() const
 {
     constexpr int widest = 480;
     constexpr int margins = 40;
-    const QWidget *parent = q->parentWidget();
+    const QWidget *parent = fit.owner();
     if (!parent)
         return widest;
     const double available = parent->width() / DPIinfo::getInstance()->getDPI();

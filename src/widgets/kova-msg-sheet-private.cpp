@@ -11,6 +11,7 @@
 #include <QDialogButtonBox>
 #include <QHBoxLayout>
 #include <QLabel>
+#include <QMetaMethod>
 #include <QMovie>
 #include <QPushButton>
 #include <QStyle>
@@ -46,6 +47,19 @@ TypeTraits traitsOf(int type)
     }
 }
 
+// Nobody's child: it outlives the label that it was made for if another one shows it too.
+class SheetMovie : public QMovie
+{
+public:
+    using QMovie::QMovie;
+
+    void leave()
+    {
+        if (!isSignalConnected(QMetaMethod::fromSignal(&QMovie::updated)))
+            deleteLater();
+    }
+};
+
 } // namespace
 
 KovaMessageSheetPrivate::KovaMessageSheetPrivate(KovaMessageSheet *sheet)
@@ -55,6 +69,9 @@ KovaMessageSheetPrivate::KovaMessageSheetPrivate(KovaMessageSheet *sheet)
     , iconLabel(new QLabel(sheet))
     , buttonBox(newButtonBox(sheet))
     , modality(sheet, [sheet] { sheet->quit(); })
+    , fit(sheet, buttonBox,
+          {[this] { return kovaPx(getPreferredWidth()); },
+           [this](bool compact) { setCompact(compact); }})
 {
 }
 
@@ -154,8 +171,8 @@ void KovaMessageSheetPrivate::setInformativeText(const QString &text)
 
 void KovaMessageSheetPrivate::setMovie(const QString &movieFile)
 {
-    // Outlives the sheet only if somebody else shows the movie too.
-    auto *movie = new QMovie(movieFile, QByteArray(), q);
+    auto *movie = new SheetMovie(movieFile);
+    connect(iconLabel, &QObject::destroyed, movie, &SheetMovie::leave);
     const int side = kovaPxRounded(32);
     movie->setScaledSize(QSize(side, side));
     iconLabel->setMovie(movie);
@@ -177,45 +194,44 @@ void KovaMessageSheetPrivate::setIcon(QMessageBox::Icon icon)
 
 void KovaMessageSheetPrivate::setupLayout()
 {
+    fit.leaveLayout();
     delete q->layout();
     auto *main = new QVBoxLayout(q);
-    main->setContentsMargins(kovaPx(20), kovaPx(20), kovaPx(20), kovaPx(10));
     main->setSpacing(0);
 
-    auto *textColumn = new QVBoxLayout;
-    textColumn->setContentsMargins(0, 0, 0, 0);
-    textColumn->setSpacing(0);
-    textColumn->addWidget(textLabel);
-    if (informativeLabel) {
-        textColumn->addSpacing(kovaPx(6));
-        textColumn->addWidget(informativeLabel);
-    }
-
+    // The space between them goes with the icon.
     auto *row = new QHBoxLayout;
     row->setContentsMargins(0, 0, 0, 0);
-    row->setSpacing(0);
-    const bool hasIcon = !iconLabel->pixmap(Qt::ReturnByValue).isNull() || iconLabel->movie();
+    row->setSpacing(kovaPx(20));
     iconLabel->setSizePolicy(QSizePolicy::Maximum, QSizePolicy::Maximum);
-    iconLabel->setVisible(hasIcon);
-    if (hasIcon) {
-        row->addWidget(iconLabel, 0, Qt::AlignTop);
-        row->addSpacing(kovaPx(20));
-    }
-    row->addLayout(textColumn);
+    row->addWidget(iconLabel, 0, Qt::AlignTop);
+    QVector<MessageLabel *> texts{textLabel};
+    if (informativeLabel)
+        texts.append(informativeLabel);
+    row->addLayout(fit.newTextColumn(texts, kovaPx(6)));
 
     main->addLayout(row);
-    if (!buttonBox->buttons().isEmpty()) {
-        main->addSpacing(kovaPx(20));
-        main->addWidget(buttonBox);
-    }
+    fit.addButtons(main, kovaPx(20));
+    setCompact(false);
+    fit.start();
+}
 
-    q->fitToWidth(kovaPx(getPreferredWidth()));
+bool KovaMessageSheetPrivate::hasIcon() const
+{
+    return !iconLabel->pixmap(Qt::ReturnByValue).isNull() || iconLabel->movie();
+}
+
+void KovaMessageSheetPrivate::setCompact(bool compact)
+{
+    const int side = kovaPx(compact ? 4 : 20);
+    q->layout()->setContentsMargins(side, side, side, kovaPx(compact ? 4 : 10));
+    iconLabel->setVisible(hasIcon() && !compact);
 }
 
 int KovaMessageSheetPrivate::getPreferredWidth() const
 {
     constexpr double widest = 540;
-    const QWidget *parent = q->parentWidget();
+    const QWidget *parent = fit.owner();
     const double available = parent ? parent->width() / DPIinfo::getInstance()->getDPI() : 0;
     if (!parent || available - 40 > widest)
         return int(widest);
@@ -230,6 +246,12 @@ void KovaMessageSheetPrivate::startMovie()
     QMovie *movie = iconLabel->movie();
     if (messageType == KovaMessageSheet::Animation && movie && movie->isValid())
         movie->start();
+}
+
+void KovaMessageSheetPrivate::stopMovie()
+{
+    if (QMovie *movie = iconLabel->movie())
+        movie->stop();
 }
 
 void KovaMessageSheetPrivate::setFocusPolicies()

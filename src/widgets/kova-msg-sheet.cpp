@@ -91,7 +91,6 @@ void KovaMessageSheet::setBlockWindowButton(bool block)
 
 int KovaMessageSheet::exec()
 {
-    d->startMovie();
     return d->modality.exec(blockWindowButton, d->textLabel, Qt::TabFocusReason);
 }
 
@@ -124,6 +123,13 @@ void KovaMessageSheet::showEvent(QShowEvent *event)
 {
     d->setFocusPolicies();
     KovaSheet::showEvent(event);
+    d->startMovie();
+}
+
+void KovaMessageSheet::hideEvent(QHideEvent *event)
+{
+    d->stopMovie();
+    KovaSheet::hideEvent(event);
 }
 
 bool KovaMessageSheet::focusNextPrevChild(bool next)

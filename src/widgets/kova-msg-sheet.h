@@ -82,8 +82,10 @@ public:
     /**
      * A sheet of type Animation that shows @p text and the movie of @p movieFile, a path.
      *
-     * The movie is 32 design pixels square and starts with exec(). A file that cannot be read
-     * leaves the icon empty. @p parent owns the sheet.
+     * The movie is 32 design pixels square and runs while the sheet is shown, from its first frame
+     * on each time. It is no child of the sheet: it goes some time after the sheet, or stays if
+     * somebody else shows it by then and owns it from there on. A file that cannot be read leaves
+     * the icon empty. @p parent owns the sheet.
      */
     KovaMessageSheet(const QString &text, const QString &movieFile, QWidget *parent);
 
@@ -148,8 +150,10 @@ public Q_SLOTS:
     void buttonClick(QAbstractButton *which);
 
 protected:
-    /** Lets Tab walk through the buttons. */
+    /** Lets Tab walk through the buttons and starts the movie. */
     void showEvent(QShowEvent *event) override;
+    /** Stops the movie. */
+    void hideEvent(QHideEvent *event) override;
     /** Handles the keys that reach the window, and refuses to let it be closed while blocked. */
     bool eventFilter(QObject *watched, QEvent *event) override;
     /** Keeps Tab and Shift+Tab inside the sheet. */

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "kova-msg-sheet.h"
+#include "sheet-fit_p.h"
 #include "sheet-modality_p.h"
 
 class MessageLabel;
@@ -23,6 +24,7 @@ public:
     [[nodiscard]] int getPreferredWidth() const;
 
     void startMovie();
+    void stopMovie();
     void setFocusPolicies();
 
     KovaMessageSheet *q;
@@ -32,9 +34,12 @@ public:
     int messageType = KovaMessageSheet::Processing;
     QDialogButtonBox *buttonBox;
     SheetModality modality;
+    SheetFit fit;
 
 private:
     void setupIcon();
     void setupButtons(const MsgBoxCustomBtnText &buttonText);
+    void setCompact(bool compact);
+    [[nodiscard]] bool hasIcon() const;
     void setupTextLabel(MessageLabel *label, const char *styleKey);
 };

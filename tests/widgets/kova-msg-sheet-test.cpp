@@ -42,7 +42,10 @@ private Q_SLOTS:
     void textsAreScaled();
     void changingTheTypeConnectsAgain();
     void doneIsHarmlessAtAnyTime();
+    void focusOfATextIsSeen();
     void isADialogNamedByItsMessage();
+    void movieRunsWhileTheSheetIsShown();
+    void messageOverAWindowNotShownTakesTheBox();
 
 private:
     QWidget *m_window = nullptr;
@@ -216,6 +219,23 @@ void KovaMessageSheetTest::doneIsHarmlessAtAnyTime()
     QCOMPARE(sheet.exec(), 9);
 }
 
+void KovaMessageSheetTest::focusOfATextIsSeen()
+{
+    KovaMessageSheet sheet(KovaMessageSheet::Warning, "main", "details", m_window);
+    showActive(m_window);
+    sheet.showSheet();
+    for (const char *text : {"main", "details"}) {
+        QLabel *label = labelWith(sheet, text);
+        label->setFocus();
+        const QImage focused = label->grab().toImage();
+        sheet.button(QMessageBox::Ok)->setFocus();
+        const QImage plain = label->grab().toImage();
+        QVERIFY(focused != plain);
+        const QRect inside = plain.rect().adjusted(kovaPx(4), 0, 0, 0);
+        QCOMPARE(focused.copy(inside), plain.copy(inside));
+    }
+}
+
 void KovaMessageSheetTest::isADialogNamedByItsMessage()
 {
     KovaMessageSheet sheet(KovaMessageSheet::Warning, "The <b>disk</b> &amp; films", "details",
@@ -224,6 +244,59 @@ void KovaMessageSheetTest::isADialogNamedByItsMessage()
     QCOMPARE(spoken(&sheet), "The disk & films");
     sheet.setAccessibleName("Own name");
     QCOMPARE(spoken(&sheet), "Own name");
+}
+
+void KovaMessageSheetTest::movieRunsWhileTheSheetIsShown()
+{
+    const std::function<void(KovaMessageSheet &)> ways[] = {
+        [](KovaMessageSheet &sheet) { sheet.showSheet(); },
+        [](KovaMessageSheet &sheet) { sheet.showSheetWithBlock(); },
+        [](KovaMessageSheet &sheet) {
+            QTimer::singleShot(0, &sheet, [&] {
+                for (const QLabel *label : sheet.findChildren<QLabel *>())
+                    QVERIFY(!label->movie() || label->movie()->state() == QMovie::Running);
+                sheet.quit();
+            });
+            sheet.exec();
+            sheet.showSheet();
+        },
+    };
+    QLabel elsewhere;
+    QPointer<QMovie> movie;
+    for (const auto &show : ways) {
+        {
+            KovaMessageSheet sheet("Copying…", themeFolder() + "/images/processing.gif", m_window);
+            for (const QLabel *label : sheet.findChildren<QLabel *>()) {
+                if (label->movie())
+                    movie = label->movie();
+            }
+            QVERIFY(movie && !movie->parent());
+            QCOMPARE(movie->scaledSize(), QSize(kovaPxRounded(32), kovaPxRounded(32)));
+            show(sheet);
+            QCOMPARE(movie->state(), QMovie::Running);
+            sheet.done(0);
+            QCOMPARE(movie->state(), QMovie::NotRunning);
+            if (&show == std::end(ways) - 1)
+                elsewhere.setMovie(movie);
+        }
+        QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+        QCOMPARE(bool(movie), &show == std::end(ways) - 1);
+    }
+    delete movie;
+}
+
+void KovaMessageSheetTest::messageOverAWindowNotShownTakesTheBox()
+{
+    QWidget window;
+    QLabel inside(&window);
+    for (QWidget *parent : {&window, static_cast<QWidget *>(&inside)}) {
+        QTimer::singleShot(0, this, [] {
+            QWidget *box = QApplication::activeModalWidget();
+            QVERIFY(qobject_cast<QMessageBox *>(box));
+            press(box, Qt::Key_Escape);
+        });
+        QCOMPARE(showConfirmMsg("title", "text", parent), int(QMessageBox::Cancel));
+    }
 }
 
 QTEST_MAIN(KovaMessageSheetTest)

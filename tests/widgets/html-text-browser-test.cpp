@@ -200,8 +200,6 @@ void HtmlTextBrowserTest::limitsDownloadsAndKeepsTheirOrder()
     connect(m_server.get(), &HttpServer::requested, this,
             [this] { QTimer::singleShot(1, m_server.get(), [this] { m_server->release(); }); });
     m_browser->setText(base() + pictures(0, count));
-    QTRY_VERIFY(m_server->requests().size() > 20);
-    QVERIFY(QDir("/proc/self/task").entryList(QDir::Dirs | QDir::NoDotAndDotDot).size() < 40);
     QTRY_COMPARE_WITH_TIMEOUT(m_server->requests().size(), count, 60000);
     QCOMPARE(m_server->mostOpenRequests(), HtmlTextBrowser::maxDownloads);
     for (int i = 0; i < count; ++i) {

@@ -255,7 +255,7 @@ QString shownPlain(const QString &text, const HtmlLimits &limits)
             break;
         const bool isPlaceToBreak = c.isSpace() || c.unicode() >= firstIdeograph;
         word = isPlaceToBreak ? 0 : word + 1;
-        if (word > limits.wordLength && !c.isLowSurrogate()) {
+        if (word > limits.wordLength) {
             shown.append(QLatin1Char('\n'));
             word = 1;
         }

@@ -49,8 +49,6 @@ public:
         state.invisible = !m_menu->isVisible() || !action()->isVisible();
         state.disabled = !action()->isEnabled();
         state.focused = m_menu->activeAction() == action();
-        state.checkable = action()->isCheckable();
-        state.checked = action()->isChecked();
         return state;
     }
 

@@ -18,21 +18,14 @@ TypedDate::TypedDate(const QLocale &locale, const QDate &base)
     , m_base(base)
 {
     QString separator;
-    bool quoted = false;
     for (const QChar letter : locale.dateFormat(QLocale::ShortFormat)) {
-        if (letter == QLatin1Char('\''))
-            quoted = !quoted;
-        else if (quoted || !QStringLiteral("dMy").contains(letter))
+        if (!QStringLiteral("dMy").contains(letter)) {
             separator += letter;
-        else if (!m_order.contains(letter)) {
-            m_separators.append(separator);
+        } else if (!m_order.contains(letter)) {
             m_order += letter;
+            m_separators.append(separator);
             separator.clear();
         }
-    }
-    if (m_order.size() != 3) {
-        m_order = QStringLiteral("yMd");
-        m_separators = QStringList{QString(), QStringLiteral("-"), QStringLiteral("-")};
     }
 }
 

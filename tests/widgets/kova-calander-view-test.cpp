@@ -423,9 +423,12 @@ void KovaCalanderViewTest::typingEnds()
     type("5");
     press(Qt::Key_Escape);
     QCOMPARE(m_calendar->selectedDate(), QDate(2024, 3, 13));
-    type("5");
-    press(Qt::Key_Right);
-    QCOMPARE(m_calendar->selectedDate(), QDate(2024, 3, 6));
+    type("0504");
+    press(Qt::Key_PageDown);
+    QCOMPARE(m_calendar->selectedDate(), QDate(2024, 5, 5));
+    type("0703");
+    press(Qt::Key_Home);
+    QCOMPARE(m_calendar->selectedDate(), QDate(2024, 3, 1));
     type("8");
     press(Qt::Key_Tab);
     QVERIFY(!isTyping());

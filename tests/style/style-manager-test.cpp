@@ -74,7 +74,7 @@ private Q_SLOTS:
 void StyleManagerTest::initTestCase()
 {
     UIPathManager::getInstance()->setPath("resource_path", scratchFolder());
-    UIPathManager::getInstance()->setPath("user_data_path", scratchFolder() + "/16px//");
+    UIPathManager::getInstance()->setPath("user_data_path", scratchFolder() + "/16px/");
     ImageManager::getInstance()->initialize(ImageManager::LazyLoad);
 }
 
@@ -101,7 +101,7 @@ void StyleManagerTest::scalesAndReplacesFolders()
 {
     // Neither the slashes at the end of the user's folder nor its name change the text around it.
     QCOMPARE(ImageManager::getInstance()->getTempImageFolder(),
-             scratchFolder() + "/16px///tmp_images");
+             scratchFolder() + "/16px//tmp_images");
     QCOMPARE(load("== s ==\nwidth: 10px TMPIMG_LOC IMG_LOC img_loc", "s"),
              "\nwidth: 10px " + scratchFolder() + "/16\\000070x/tmp_images " + scratchFolder()
                  + "/images img_loc");

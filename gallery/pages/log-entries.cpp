@@ -56,10 +56,10 @@ std::vector<LogEntry> makeLog(int count)
     log.reserve(std::size_t(count));
     for (int i = 0; i < count; ++i) {
         const auto kind = std::size_t(random.bounded(int(templates.size())));
-        log.push_back({{time.toString(QStringLiteral("yyyy-MM-dd HH:mm:ss")), levels[kind],
-                        users[random.bounded(users.size())],
-                        events[kind].arg(random.bounded(2, 1000))},
-                       i});
+        log.push_back(
+            {{time.toString(QStringLiteral("yyyy-MM-dd HH:mm:ss")), levels[kind],
+              users[random.bounded(users.size())], events[kind].arg(random.bounded(2, 1000))},
+             i});
         time = time.addSecs(-random.bounded(5, 240));
     }
     return log;

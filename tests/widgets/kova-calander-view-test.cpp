@@ -211,6 +211,8 @@ void KovaCalanderViewTest::daysHaveMarks()
 void KovaCalanderViewTest::weekdaysStandOverTheirDays()
 {
     const auto *row = part<QTableWidget>("weekdayview");
+    QCOMPARE(row->styleSheet(), getStyleSheet("component.table", false));
+    QCOMPARE(row->horizontalHeader()->styleSheet(), getStyleSheet("component.table_header", false));
     QFont large = m_view->font();
     large.setPointSizeF(large.pointSizeF() * 1.3);
     for (const QFont &font : {m_view->font(), large}) {

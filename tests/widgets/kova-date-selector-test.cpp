@@ -96,6 +96,8 @@ void KovaDateSelectorTest::showsWhatIsChosen()
 {
     QCOMPARE(m_box->currentText(), "Choose a date");
     QCOMPARE(m_box->currentData(), QVariant(QDate()));
+    QCOMPARE(m_box->styleSheet(), getStyleSheet("component.date_selector", false)
+                                      + getStyleSheet("component.menu", false));
     QList<QDate> changes;
     connect(m_box, QOverload<int>::of(&QComboBox::currentIndexChanged), this,
             [&] { changes.append(m_box->currentData().toDate()); });

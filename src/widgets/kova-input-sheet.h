@@ -23,7 +23,9 @@ class QPushButton;
  * the end of its window, of itself or of the application, or was hidden for good.
  *
  * The sheet is 480 design pixels wide, or 40 less than its parent widget if that is narrower than
- * 520. The host must have loaded style files and strings.
+ * 520. Beyond that it fits its window as a KovaMessageSheet does: what is on it has the width that
+ * it needs, and a prompt that is too high scrolls. The host must have loaded style files and
+ * strings.
  */
 class KOVAKIT_EXPORT KovaInputSheet : public KovaSheet
 {

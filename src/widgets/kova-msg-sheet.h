@@ -42,8 +42,12 @@ struct MsgBoxCustomBtnText
  * along: the old window is free, the new one is held. Show the widget again, which setParent()
  * hides.
  *
- * The width follows that of the parent widget at the time of the call. Texts are rich text. The
- * host must have loaded pictures, style files and strings.
+ * The width follows that of the parent widget: 40 design pixels less, at most 540, and 480 where
+ * the parent has exactly 540. It is never less than buttons, icon and the longest word need, never
+ * more than the window has, and follows both when the window is resized. Where the window is too
+ * narrow the buttons stand below each other; a text that is too high for it scrolls, by wheel and
+ * by Up, Down, Page Up and Page Down, and the buttons stay in sight. Texts are rich text. The host
+ * must have loaded pictures, style files and strings, "component.scrollbar" among the styles.
  */
 class KOVAKIT_EXPORT KovaMessageSheet : public KovaSheet
 {

@@ -5,10 +5,11 @@
 #include <QLabel>
 
 /**
- * A label whose height is always what its word-wrapped text needs at its present width.
+ * A label that fixes its height, whenever it is resized, at what its text needs in its new width.
  *
- * For the texts of sheets, whose width is given. The label fixes its height at every resize; use a
- * KovaLabel where the label may also be higher than its text.
+ * For the texts of sheets, whose width is given; use a KovaLabel where the label may also be higher
+ * than its text. Switch word wrap on, which a new label has off, and call fitHeight() after a new
+ * text.
  */
 class KOVAKIT_EXPORT MessageLabel : public QLabel
 {
@@ -19,8 +20,8 @@ public:
     explicit MessageLabel(QWidget *parent = nullptr);
 
     /**
-     * Fixes the height for the present text and width. The label does so itself when it is resized;
-     * call it after a new text. A label that does not wrap keeps its height.
+     * Fixes the height, in device pixels, for the present text and width; a label that shows no
+     * text keeps its height.
      */
     void fitHeight();
 

@@ -50,7 +50,7 @@ void SheetModality::begin(bool blockCloseButton, QWidget *first, Qt::FocusReason
     m_sheet->show();
     if (!m_active) {
         closePopups();
-        if (!self || m_active)
+        if (!self || m_active || m_sheet->isHidden())
             return;
         m_active = true;
         m_focusInside = first;

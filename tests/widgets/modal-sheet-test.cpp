@@ -170,6 +170,10 @@ void ModalSheetTest::tabStaysInside()
                 QVERIFY(visited.contains(sheet.button(QMessageBox::Ok)));
                 QVERIFY(visited.contains(sheet.button(QMessageBox::Discard)));
                 QVERIFY2(visited.size() >= 3, "the link in the text is left out");
+                // Without a widget that has the focus the window gets the key.
+                QApplication::focusWidget()->clearFocus();
+                key(direction);
+                QVERIFY(sheet.isAncestorOf(QApplication::focusWidget()));
             }
         }
     });
@@ -341,13 +345,18 @@ void ModalSheetTest::dialogKeepsItsDefaultButton()
 
 void ModalSheetTest::popupsCloseFirst()
 {
-    auto *box = new QComboBox(m_window->centralWidget());
-    box->addItems({"one", "two"});
-    box->show();
+    QComboBox box(m_window->centralWidget());
+    box.addItems({"one", "two"});
+    box.show();
     QMenu menu;
-    QSignalSpy triggered(menu.addAction("Act"), &QAction::triggered);
-    const QVector<std::function<void()>> popups = {[&] { box->showPopup(); },
-                                                   [&] { menu.popup(m_window->pos()); }};
+    QMenu *submenu = menu.addMenu("More");
+    QSignalSpy triggered(submenu->addAction("Act"), &QAction::triggered);
+    const auto showMenus = [&] {
+        menu.popup(m_window->pos());
+        menu.setActiveAction(submenu->menuAction());
+        QTRY_VERIFY(submenu->isVisible());
+    };
+    const QVector<std::function<void()>> popups = {[&] { box.showPopup(); }, showMenus};
     for (const auto &showPopup : popups) {
         showPopup();
         QTRY_VERIFY(QApplication::activePopupWidget());
@@ -357,8 +366,24 @@ void ModalSheetTest::popupsCloseFirst()
             QVERIFY(sheet.isAncestorOf(QApplication::focusWidget()));
         });
     }
-    QCOMPARE(box->currentIndex(), 0);
+    QCOMPARE(box.currentIndex(), 0);
     QCOMPARE(triggered.count(), 0);
+
+    // Those who are told of the end of a popup may end or delete what came up.
+    for (const bool deleted : {false, true}) {
+        auto *sheet = new KovaMessageSheet(KovaMessageSheet::Question, "Go?", m_window.get());
+        QSignalSpy finished(sheet, &KovaSheet::finished);
+        connect(&menu, &QMenu::aboutToHide, sheet, [sheet, deleted] {
+            if (deleted)
+                delete sheet;
+            else
+                sheet->quit();
+        });
+        showMenus();
+        QCOMPARE(sheet->exec(), 0);
+        QCOMPARE(finished.count(), deleted ? 0 : 1);
+    }
+    QVERIFY(m_window->close());
 }
 
 void ModalSheetTest::buttonsShowNoStockIcons()

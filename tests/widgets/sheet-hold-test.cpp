@@ -229,6 +229,7 @@ void SheetHoldTest::staysUpWhileHiddenForAMoment()
         },
         [&] {
             stack->setCurrentIndex(1);
+            key(Qt::Key_Return);
             stack->setCurrentIndex(0);
         },
         [&] {

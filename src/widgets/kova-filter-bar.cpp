@@ -56,9 +56,19 @@ void KovaFilterBar::changeEvent(QEvent *event)
 
 void KovaFilterBar::setMenu(QMenu *menu)
 {
+    if (const QMenu *former = m_searchButton->menu())
+        disconnect(former->menuAction(), &QAction::changed, this, &KovaFilterBar::nameButton);
     m_searchButton->setMenu(menu);
-    if (menu)
+    if (menu) {
         dropLateClicks(menu);
+        connect(menu->menuAction(), &QAction::changed, this, &KovaFilterBar::nameButton);
+    }
+    nameButton();
+}
+
+void KovaFilterBar::nameButton()
+{
+    const QMenu *menu = m_searchButton->menu();
     m_searchButton->setAccessibleName(menu ? menu->title() : QString());
 }
 

@@ -10,7 +10,7 @@ class QMenu;
 /**
  * A search field with a drop-down button at its left end, at its right end from right to left.
  *
- * It searches when its user asks for it with Return, not at every letter. The button and the Down
+ * It searches when its user asks for it with Return or Enter, not at every letter. The button and the Down
  * key open the menu of search options; Escape closes it again and leaves the user in the field.
  */
 class KOVAKIT_EXPORT KovaFilterBar : public QLineEdit
@@ -24,8 +24,8 @@ public:
     /**
      * Sets the menu that drops down, null for none.
      *
-     * The menu stays its owner's and may be deleted at any time. Its title, if it has one, names
-     * the button to screen readers.
+     * The menu stays its owner's and may be deleted at any time. Its title, whenever it gets
+     * one, names the button to screen readers.
      */
     void setMenu(QMenu *menu);
 
@@ -35,7 +35,7 @@ public Q_SLOTS:
 
 Q_SIGNALS:
     /**
-     * Return was pressed, with @p keyword in the field, which may be empty or the one before.
+     * Return or Enter was pressed, with @p keyword in the field, which may be empty or the one before.
      * Emitted when the field has done with the key: a slot may delete the bar.
      */
     void sigKeywordChanged(QString keyword);
@@ -49,6 +49,7 @@ protected:
     void changeEvent(QEvent *event) override;
 
 private:
+    void nameButton();
     void placeButton();
 
     KovaIconButton *m_searchButton = nullptr;

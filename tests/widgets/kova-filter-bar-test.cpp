@@ -107,6 +107,8 @@ void KovaFilterBarTest::menuIsUsedByKeyboard()
     QSignalSpy chosen(menu.addAction("Contents"), &QAction::triggered);
     m_bar->setMenu(&menu);
     QCOMPARE(spoken(m_bar->findChild<KovaIconButton *>()), "Search in");
+    menu.setTitle("Look in");
+    QCOMPARE(spoken(m_bar->findChild<KovaIconButton *>()), "Look in");
 
     whenMenuOpens([](QMenu *opened) { press(opened, Qt::Key_Escape); });
     press(m_bar, Qt::Key_Down);

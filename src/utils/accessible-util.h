@@ -45,8 +45,8 @@ private:
 };
 
 /**
- * The visible widgets under @p widget that can take the focus, itself included, without those of
- * @p excluded.
+ * The visible widgets under @p widget whose focus policy lets them take the focus, itself included,
+ * without those of @p excluded. Disabled ones are listed too.
  *
  * Parents come before their children, children in the order of QObject::children(). A widget that
  * is excluded or takes no focus is passed over, its children are still visited; a widget that is

@@ -31,7 +31,7 @@ public:
     /** A field that shows @p placeholder; @p parent owns it. */
     KovaDateSelector(QString placeholder, QWidget *parent);
 
-    /** Goes back to the placeholder, and the calendar to today. */
+    /** Goes back to the placeholder, and the calendar to today or the nearest day in its range. */
     void clearDate();
 
     /** The calendar. It belongs to the box. */

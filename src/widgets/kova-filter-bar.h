@@ -10,8 +10,9 @@ class QMenu;
 /**
  * A search field with a drop-down button at its left end, at its right end from right to left.
  *
- * It searches when its user asks for it with Return or Enter, not at every letter. The button and the Down
- * key open the menu of search options; Escape closes it again and leaves the user in the field.
+ * It searches when its user asks for it with Return or Enter, not at every letter. The button and
+ * the Down key open the menu of search options; Escape closes it again and leaves the user in the
+ * field.
  */
 class KOVAKIT_EXPORT KovaFilterBar : public QLineEdit
 {

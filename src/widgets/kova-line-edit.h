@@ -52,7 +52,8 @@ public:
      * Shows the field as wrong, or as right again.
      *
      * Screen readers get a warning sign in front of the field's accessible description, which is
-     * the place for the words that say what is wrong.
+     * the place for the words that say what is wrong. Words that are set while an error shows
+     * replace the sign; call this again after them.
      */
     void setError(bool error);
 

@@ -11,7 +11,7 @@
  * KovaMessageSheet inside the parent's window, which has no title bar and so does not show the
  * title. Without one, and while the parent's window is not shown, as in the constructor of a main
  * window, it is a styled QMessageBox of its own. Destroying the parent's window ends the sheet; a
- * question then returns 0.
+ * question then returns 0. Escape dismisses every box, but no sheet with one button.
  */
 
 /** Tells the user @p text. */

@@ -25,8 +25,8 @@ struct MsgBoxCustomBtnText
  * finished().
  *
  * While a sheet is up it is modal: keys, clicks and shortcuts do not reach the rest of the window,
- * popups that are open close, and the focus stays in the sheet. Escape presses the second button,
- * Return, Enter and Space the focused button or else the accept button. The sheet can be answered
+ * popups that are open close, and the focus stays in the sheet. Escape presses the second button
+ * and does nothing on a sheet with one button; Return, Enter and Space the focused button or else the accept button. The sheet can be answered
  * though its window or a widget between is disabled, before or meanwhile; their state stays what
  * the host made it. A dialog below the sheet keeps its default button. When the run ends, the focus
  * returns to the widget that had it, or goes to the next one if that cannot take it any more.
@@ -143,7 +143,8 @@ public:
 public Q_SLOTS:
     /**
      * Ends the sheet with the code @p ret: gives the close button back, ends exec(), hides the
-     * sheet with its mask and emits finished(). Harmless on a sheet that is not up.
+     * sheet with its mask and emits finished(). On a sheet that is not up it emits
+     * finished() again and changes nothing else.
      */
     void done(int ret);
 

@@ -36,8 +36,8 @@ public Q_SLOTS:
 
 Q_SIGNALS:
     /**
-     * Return or Enter was pressed, with @p keyword in the field, which may be empty or the one before.
-     * Emitted when the field has done with the key: a slot may delete the bar.
+     * Return or Enter was pressed, with @p keyword in the field, which may be empty or the one
+     * before. Emitted when the field has done with the key: a slot may delete the bar.
      */
     void sigKeywordChanged(QString keyword);
 

@@ -26,10 +26,11 @@ struct MsgBoxCustomBtnText
  *
  * While a sheet is up it is modal: keys, clicks and shortcuts do not reach the rest of the window,
  * popups that are open close, and the focus stays in the sheet. Escape presses the second button
- * and does nothing on a sheet with one button; Return, Enter and Space the focused button or else the accept button. The sheet can be answered
- * though its window or a widget between is disabled, before or meanwhile; their state stays what
- * the host made it. A dialog below the sheet keeps its default button. When the run ends, the focus
- * returns to the widget that had it, or goes to the next one if that cannot take it any more.
+ * and does nothing on a sheet with one button; Return, Enter and Space the focused button or else
+ * the accept button. The sheet can be answered though its window or a widget between is disabled,
+ * before or meanwhile; their state stays what the host made it. A dialog below the sheet keeps its
+ * default button. When the run ends, the focus returns to the widget that had it, or goes to the
+ * next one if that cannot take it any more.
  *
  * The result is QMessageBox::Ok (1024) for the accept button, QMessageBox::Discard (8388608) for
  * the second one and 0 when the sheet was ended by quit(), or by the end of its window, of itself

@@ -92,8 +92,12 @@ public:
     bool helpEvent(QHelpEvent *event, QAbstractItemView *view, const QStyleOptionViewItem &option,
                    const QModelIndex &index) override
     {
-        const bool isCut = sizeHint(option, index).width() > option.rect.width();
-        if (event->type() != QEvent::ToolTip || !isCut || index.data(Qt::ToolTipRole).isValid())
+        // Text that wraps is cut at its height.
+        const QSize needed = sizeHint(option, index);
+        const bool isCut =
+            needed.width() > option.rect.width() || needed.height() > option.rect.height();
+        if (event->type() != QEvent::ToolTip || !isCut
+            || !index.data(Qt::ToolTipRole).toString().isEmpty())
             return QStyledItemDelegate::helpEvent(event, view, option, index);
         const QString text = displayText(index.data(), option.locale);
         QToolTip::showText(event->globalPos(), getHtmlEscapedStringForToolTip(text), view,

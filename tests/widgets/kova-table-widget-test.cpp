@@ -90,6 +90,7 @@ private Q_SLOTS:
     void hidesColumnsInBoth();
     void scrollBarHidesWhenAllRowsFit();
     void keyboardWalksTheRows();
+    void cutCellsHaveTooltips();
     void nothingIsLeftBehind();
 };
 
@@ -323,6 +324,29 @@ void KovaTableWidgetTest::keyboardWalksTheRows()
     QCOMPARE(table->currentColumn(), 2);
     press(&window, Qt::Key_Tab);
     QVERIFY(field->hasFocus());
+}
+
+void KovaTableWidgetTest::cutCellsHaveTooltips()
+{
+    const auto view = colourfulTable(threeColumns(), 1);
+    showActive(view.get());
+    QTableWidget *table = view->getTable();
+    const auto shown = [&](const QString &text, const QString &own) {
+        table->item(0, 1)->setText(text);
+        table->item(0, 1)->setToolTip(own);
+        QToolTip::hideText();
+        const QPoint place = table->visualItemRect(table->item(0, 1)).center();
+        QHelpEvent event(QEvent::ToolTip, place, table->viewport()->mapToGlobal(place));
+        QCoreApplication::sendEvent(table->viewport(), &event);
+        return QToolTip::isVisible() ? QToolTip::text() : QString();
+    };
+    const QString cut = QString("<i>report</i> ").repeated(20);
+    QCOMPARE(shown(cut, QString()), getHtmlEscapedStringForToolTip(cut));
+    QCOMPARE(shown(cut, "of the host"), "of the host");
+    // One that shows would fade out late.
+    QToolTip::hideText();
+    QTRY_VERIFY(!QToolTip::isVisible());
+    QCOMPARE(shown("short", QString()), QString());
 }
 
 void KovaTableWidgetTest::nothingIsLeftBehind()

@@ -11,9 +11,13 @@
 
 #include <kovakit-qt/style/dpi-info.h>
 #include <kovakit-qt/widgets/kova-msg-sheet.h>
+#include <kovakit-qt/widgets/kova-table-widget.h>
+#include <kovakit-qt/widgets/kova-tree-widget.h>
 
 #include <QAbstractItemView>
+#include <QHeaderView>
 #include <QListWidget>
+#include <QMenu>
 #include <QMessageBox>
 #include <QScrollBar>
 #include <QTranslator>
@@ -38,6 +42,8 @@ private Q_SLOTS:
     void otherDisplaysAndLooksAreOtherInstances();
     void questionTellsItsAnswer();
     void jobsEndByThemselves();
+    void selectionFollowsTheEntry();
+    void foldersTakeTicksAndMenus();
 
 private:
     void key(Qt::Key key) { press(m_window.get(), key); }
@@ -288,6 +294,70 @@ void GalleryWindowTest::jobsEndByThemselves()
         QVERIFY(!visibleSheet(m_window.get()));
         QVERIFY(m_window->reportText() != before);
         QVERIFY2(m_window->reportText().contains(" 0:"), qPrintable(m_window->reportText()));
+    }
+}
+
+void GalleryWindowTest::selectionFollowsTheEntry()
+{
+    for (const char *page : {"log", "long-table"}) {
+        m_window->showPageNamed(page);
+        auto *view = m_window->findChild<KovaTableWidget *>();
+        QTableWidget *table = view->getTable();
+        const auto lineOf = [table](int row) {
+            return table->item(row, 0)->text() + table->item(row, 3)->text();
+        };
+        const auto selected = [&] {
+            QStringList lines;
+            for (const QModelIndex &index : table->selectionModel()->selectedRows())
+                lines.append(lineOf(index.row()));
+            return lines;
+        };
+        // An entry of the first page, wherever the entries are sorted to.
+        table->setFocus();
+        key(Qt::Key_Down);
+        const QStringList before = selected();
+        QCOMPARE(before, QStringList{lineOf(1)});
+        const auto sort = [&] { click(view->getHeader()->viewport(), {kovaPx(40), kovaPx(15)}); };
+        sort();
+        QVERIFY(lineOf(1) != before.first());
+        if (table->rowCount() < 100)
+            QCOMPARE(selected(), QStringList());
+        else
+            QCOMPARE(selected(), before);
+        sort();
+        QCOMPARE(lineOf(1), before.first());
+        QCOMPARE(selected(), before);
+        QCOMPARE(lineOf(table->currentRow()), before.first());
+        init();
+    }
+}
+
+void GalleryWindowTest::foldersTakeTicksAndMenus()
+{
+    m_window->showPageNamed("tree");
+    auto *tree = m_window->findChild<KovaTreeWidget *>();
+    QTreeWidgetItem *folder = tree->topLevelItem(1);
+    tree->setFocus();
+    tree->setCurrentItem(folder);
+    for (const auto state : {Qt::Checked, Qt::Unchecked}) {
+        folder->setCheckState(0, state);
+        tree->setCurrentItem(folder);
+        key(Qt::Key_Insert);
+        key(Qt::Key_Return);
+        QCOMPARE(folder->child(folder->childCount() - 1)->checkState(0), state);
+        QCOMPARE(folder->checkState(0), state);
+    }
+    tree->setCurrentItem(folder);
+    for (const auto &[menuKey, modifier] :
+         {std::pair(Qt::Key_Menu, Qt::NoModifier), std::pair(Qt::Key_F10, Qt::ShiftModifier)}) {
+        press(m_window.get(), menuKey, modifier);
+        QWidget *menu = QApplication::activePopupWidget();
+        QVERIFY(menu);
+        const QPoint place = tree->viewport()->mapFromGlobal(menu->pos());
+        const QRect row = tree->visualItemRect(folder);
+        QVERIFY(qAbs(place.y() - row.bottom()) <= 2);
+        QVERIFY(place.x() > row.left() && place.x() < row.left() + kovaPx(60));
+        menu->close();
     }
 }
 

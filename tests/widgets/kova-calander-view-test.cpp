@@ -181,6 +181,9 @@ void KovaCalanderViewTest::daysHaveMarks()
     QVERIFY(share(pointed, tint) > 50);
     pointAt(other);
     QCOMPARE(share(pointed, tint), 0);
+    pointAt(pointed);
+    QTest::mouseMove(m_window->windowHandle(), QPoint(1, 1));
+    QCOMPARE(share(pointed, tint), 0);
 
     // Other months, and days out of reach, have an ink of their own. The most pixels of it that a
     // row of the cell has tell a number from the line through it.

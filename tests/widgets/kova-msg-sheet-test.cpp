@@ -24,6 +24,18 @@ QLabel *labelWith(const QWidget &sheet, const char *text)
     return nullptr;
 }
 
+// Of a desktop that puts the accept button last.
+class AcceptLastStyle : public QProxyStyle
+{
+public:
+    int styleHint(StyleHint hint, const QStyleOption *option, const QWidget *widget,
+                  QStyleHintReturn *data) const override
+    {
+        return hint == SH_DialogButtonLayout ? int(QDialogButtonBox::GnomeLayout)
+                                             : QProxyStyle::styleHint(hint, option, widget, data);
+    }
+};
+
 } // namespace
 
 class KovaMessageSheetTest : public QObject
@@ -31,7 +43,7 @@ class KovaMessageSheetTest : public QObject
     Q_OBJECT
 
 private Q_SLOTS:
-    void initTestCase() { setUpHost(); }
+    void initTestCase();
     void init();
     void cleanup() { delete m_window; }
     void typesChooseIconAndButtons();
@@ -50,6 +62,12 @@ private Q_SLOTS:
 private:
     QWidget *m_window = nullptr;
 };
+
+void KovaMessageSheetTest::initTestCase()
+{
+    QApplication::setStyle(new AcceptLastStyle);
+    setUpHost();
+}
 
 void KovaMessageSheetTest::init()
 {

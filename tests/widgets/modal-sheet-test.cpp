@@ -176,6 +176,10 @@ void ModalSheetTest::tabStaysInside()
                 QVERIFY(sheet.isAncestorOf(QApplication::focusWidget()));
             }
         }
+        sheet.button(QMessageBox::Ok)->setFocus();
+        key(Qt::Key_Tab);
+        key(Qt::Key_Backtab, Qt::ShiftModifier);
+        QCOMPARE(QApplication::focusWidget(), sheet.button(QMessageBox::Ok));
     });
     QCOMPARE(m_window->shortcuts, 0);
 }

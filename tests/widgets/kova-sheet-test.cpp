@@ -211,11 +211,25 @@ void KovaSheetTest::sheetPaintsBodyAndShadow()
          {body.topLeft(), body.topRight(), body.bottomLeft(), body.bottomRight()})
         QCOMPARE(image.pixelColor(corner), QColor(Qt::white));
 
-    // Around it nothing but shadow, which ends before the corner.
-    for (const QPoint &beside : {QPoint(m - 1, 150), QPoint(500 - m, 150), QPoint(250, m - 1),
-                                 QPoint(250, 300 - m), QPoint(m - 1, m - 1)}) {
-        const QColor shadow = image.pixelColor(beside);
-        QVERIFY(shadow.alpha() > 0 && shadow.alpha() < 255);
+    // Corners are whole pictures, edges stretched ones.
+    const int right = 500 - m;
+    const int bottom = 300 - m;
+    const std::pair<const char *, QRect> parts[] = {
+        {"lt", {0, 0, m, m}},          {"rt", {right, 0, m, m}},
+        {"lb", {0, bottom, m, m}},     {"rb", {right, bottom, m, m}},
+        {"l", {0, m, m, 300 - 2 * m}}, {"r", {right, m, m, 300 - 2 * m}},
+        {"t", {m, 0, 500 - 2 * m, m}}, {"b", {m, bottom, 500 - 2 * m, m}},
+    };
+    for (const auto &[name, place] : parts) {
+        QPixmap picture =
+            getGlobalImage(QString("bg_tutorial_%1").arg(name), ImageManager::Default);
+        if (qstrlen(name) == 1)
+            picture = picture.scaled(place.size());
+        QImage expected(place.size(), QImage::Format_ARGB32_Premultiplied);
+        expected.fill(Qt::transparent);
+        QPainter(&expected).drawPixmap(QRect(QPoint(), place.size()), picture);
+        QCOMPARE(image.copy(place), expected);
+        QVERIFY(expected.pixelColor(expected.rect().center()).alpha() > 0);
     }
     QCOMPARE(image.pixelColor(0, 0).alpha(), 0);
 

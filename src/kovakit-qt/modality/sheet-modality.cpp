@@ -1,0 +1,360 @@
+#include "sheet-modality_p.h"
+
+#include "sheet-buttons_p.h"
+#include "sheet-keys_p.h"
+#include "window-use_p.h"
+
+#include <kovakit-qt/widgets/kova-sheet.h>
+
+#include <QAction>
+#include <QApplication>
+#include <QDialogButtonBox>
+#include <QEventLoop>
+#include <QKeyEvent>
+
+#include <chrono>
+
+struct SheetModality::Run
+{
+    QEventLoop loop;
+    int result = 0;
+};
+
+namespace {
+
+// A sheet that nobody has seen for as long is hidden for good. What moves a widget to another place
+// hides it and shows it again, the layouts of Qt not before the event loop comes round.
+constexpr std::chrono::milliseconds unseenForGood{100};
+
+// Sheets can be opened over sheets of the same window; only the latest one holds the window.
+QVector<SheetModality *> activeModalities;
+
+} // namespace
+
+SheetModality::SheetModality(KovaSheet *sheet, std::function<void()> cancel)
+    : m_sheet(sheet)
+    , m_cancel(std::move(cancel))
+{
+    m_unseenFor.setSingleShot(true);
+    m_unseenFor.setInterval(unseenForGood);
+    connect(&m_unseenFor, &QTimer::timeout, this, &SheetModality::cancelIfUnseen);
+}
+
+SheetModality::~SheetModality()
+{
+    end(0);
+}
+
+void SheetModality::begin(bool blockCloseButton, QWidget *first, Qt::FocusReason reason)
+{
+    const QPointer<SheetModality> self(this);
+    m_sheet->show();
+    if (!m_active) {
+        closePopups();
+        if (!self || m_active || m_sheet->isHidden())
+            return;
+        m_active = true;
+        m_focusInside = first;
+        qApp->installEventFilter(this);
+        m_focusConnection = connect(qApp, &QApplication::focusChanged, this,
+                                    [this](QWidget *, QWidget *now) { holdFocus(now); });
+        enterWindow();
+    }
+    if (self && m_active && blockCloseButton)
+        m_closeButton.take(m_window);
+    if (self && m_active && first)
+        first->setFocus(reason);
+}
+
+int SheetModality::exec(bool blockCloseButton, QWidget *first, Qt::FocusReason reason)
+{
+    const QPointer<SheetModality> self(this);
+    begin(blockCloseButton, first, reason);
+    // Somebody who was told of it may have ended it already.
+    return self && m_active ? runLoop() : 0;
+}
+
+int SheetModality::runLoop()
+{
+    const QPointer<SheetModality> self(this);
+    const auto run = std::make_shared<Run>();
+    m_runs.append(run);
+    ++m_execDepth;
+    run->loop.exec();
+    if (self) {
+        --m_execDepth;
+        m_runs.removeOne(run);
+        // The loop was ended from outside, by the end of the application.
+        if (m_active && m_runs.isEmpty())
+            m_cancel();
+    }
+    if (self && !m_active && m_execDepth == 0)
+        unwatchAncestors();
+    return run->result;
+}
+
+void SheetModality::end(int result)
+{
+    const auto runs = std::exchange(m_runs, {});
+    for (const auto &run : runs) {
+        run->result = result;
+        run->loop.quit();
+    }
+    if (!m_active)
+        return;
+    m_active = false;
+    m_unseenFor.stop();
+    disconnect(m_focusConnection);
+    qApp->removeEventFilter(this);
+    // A loop that was told to end may still delete the window before it returns to the caller of
+    // exec(), so the watch goes on until then.
+    if (m_execDepth == 0)
+        unwatchAncestors();
+    leaveWindow();
+}
+
+void SheetModality::finish(int result)
+{
+    const QPointer<SheetModality> self(this);
+    KovaSheet *const sheet = m_sheet;
+    end(result);
+    if (self)
+        sheet->hide();
+    if (self && !m_active)
+        inheritDisabled();
+    if (self)
+        Q_EMIT sheet->finished(result);
+}
+
+SheetModality *SheetModality::topmostOf(const QWidget *window)
+{
+    for (auto it = activeModalities.crbegin(); it != activeModalities.crend(); ++it) {
+        if ((*it)->m_window == window)
+            return *it;
+    }
+    return nullptr;
+}
+
+bool SheetModality::isInside(const QWidget *widget) const
+{
+    return widget && (widget == m_sheet || m_sheet->isAncestorOf(widget));
+}
+
+bool SheetModality::isAncestorOfSheet(const QObject *object) const
+{
+    return object->isWidgetType() && static_cast<const QWidget *>(object)->isAncestorOf(m_sheet);
+}
+
+bool SheetModality::isCovered(const QObject *object) const
+{
+    if (!object->isWidgetType())
+        return false;
+    const auto *widget = static_cast<const QWidget *>(object);
+    return widget->window() == m_window && !isInside(widget);
+}
+
+// A popup has the keyboard before the sheet has it.
+void SheetModality::closePopups() const
+{
+    const QPointer<const SheetModality> self(this);
+    while (QWidget *popup = QApplication::activePopupWidget()) {
+        if (popup->isAncestorOf(m_sheet) || !popup->close() || !self)
+            break;
+    }
+}
+
+void SheetModality::enterWindow()
+{
+    const QPointer<SheetModality> self(this);
+    m_window = m_sheet->window();
+    activeModalities.append(this);
+    m_window->installEventFilter(m_sheet);
+    watchAncestors();
+    m_focusBefore = m_window->focusWidget();
+    if (isInside(m_focusBefore))
+        m_focusBefore.clear();
+    if (m_window->isVisible() && !m_sheet->isVisible())
+        m_unseenFor.start();
+    stayEnabled();
+    if (self)
+        pullFocus();
+    // A dialog that loses the focus of its own button takes the role from all others.
+    if (self)
+        restoreDefaultButtons(m_sheet);
+}
+
+void SheetModality::leaveWindow()
+{
+    const bool wasTopmost = topmostOf(m_window) == this;
+    activeModalities.removeOne(this);
+    m_closeButton.release();
+    // The window may be about to die.
+    if (!m_window)
+        return;
+    m_window->removeEventFilter(m_sheet);
+    for (SheetModality *other : qAsConst(activeModalities)) {
+        if (isInside(other->m_focusBefore))
+            other->m_focusBefore = m_focusBefore;
+    }
+    if (wasTopmost)
+        returnFocus();
+}
+
+void SheetModality::followWindow()
+{
+    unwatchAncestors();
+    if (m_sheet->window() == m_window) {
+        watchAncestors();
+        return;
+    }
+    const QPointer<SheetModality> self(this);
+    const bool closeButtonIsTaken = m_closeButton.isTaken();
+    leaveWindow();
+    if (self && m_active)
+        enterWindow();
+    if (self && m_active && closeButtonIsTaken)
+        m_closeButton.take(m_window);
+}
+
+void SheetModality::watchAncestors()
+{
+    for (QWidget *ancestor = m_sheet->parentWidget(); ancestor;
+         ancestor = ancestor->parentWidget()) {
+        m_ancestorConnections.append(connect(ancestor, &QObject::destroyed, this,
+                                             [this, ancestor] { leaveDyingAncestor(ancestor); }));
+        if (ancestor->isWindow())
+            break;
+    }
+}
+
+void SheetModality::unwatchAncestors()
+{
+    for (const auto &connection : std::exchange(m_ancestorConnections, {}))
+        disconnect(connection);
+}
+
+// The signal comes before the dying widget deletes its children.
+void SheetModality::leaveDyingAncestor(const QWidget *ancestor)
+{
+    if (m_focusBefore == ancestor || ancestor->isAncestorOf(m_focusBefore))
+        m_focusBefore.clear();
+    const QPointer<SheetModality> self(this);
+    end(0);
+    if (self && m_execDepth > 0 && !m_sheet->isOnHeap())
+        m_sheet->setParent(nullptr);
+}
+
+// Below a disabled widget QWidget::setEnabled() does nothing, and the state of those around the
+// sheet is not the sheet's to change.
+void SheetModality::stayEnabled()
+{
+    if (m_sheet->isEnabled() || m_sheet->testAttribute(Qt::WA_ForceDisabled))
+        return;
+    const QPointer<SheetModality> self(this);
+    m_sheet->setAttribute(Qt::WA_Disabled, false);
+    for (QWidget *child : m_sheet->findChildren<QWidget *>(QString(), Qt::FindDirectChildrenOnly)) {
+        if (!child->isWindow() && !child->testAttribute(Qt::WA_ForceDisabled))
+            child->setEnabled(true);
+    }
+    QEvent change(QEvent::EnabledChange);
+    QCoreApplication::sendEvent(m_sheet, &change);
+    if (self)
+        pullFocus();
+}
+
+void SheetModality::inheritDisabled()
+{
+    const QWidget *parent = m_sheet->parentWidget();
+    if (!parent || parent->isEnabled() || !m_sheet->isEnabled())
+        return;
+    m_sheet->setEnabled(false);
+    // Nobody disabled the sheet itself.
+    m_sheet->setAttribute(Qt::WA_ForceDisabled, false);
+}
+
+void SheetModality::noticeVisibility(const QObject *watched, QEvent::Type type)
+{
+    if (watched != m_sheet && watched != m_window)
+        return;
+    m_unseenFor.start();
+    if (type != QEvent::Show)
+        return;
+    if (m_closeButton.isTaken())
+        m_closeButton.take(m_window);
+    pullFocus();
+}
+
+void SheetModality::cancelIfUnseen()
+{
+    if (m_active && !m_sheet->isVisible())
+        m_cancel();
+}
+
+bool SheetModality::filterWindow(const QObject *watched, QEvent *event, bool blocked,
+                                 const QDialogButtonBox *box)
+{
+    if (blocked && event->type() == QEvent::Close) {
+        event->ignore();
+        return true;
+    }
+    if (event->type() != QEvent::KeyPress || watched != m_window || !isTopmost())
+        return false;
+    pressSheetKey(m_sheet, box, static_cast<QKeyEvent *>(event));
+    return true;
+}
+
+bool SheetModality::eventFilter(QObject *watched, QEvent *event)
+{
+    switch (event->type()) {
+    case QEvent::ParentChange:
+        if (watched == m_sheet || isAncestorOfSheet(watched))
+            followWindow();
+        return false;
+    case QEvent::EnabledChange:
+        if (watched == m_sheet)
+            stayEnabled();
+        return false;
+    case QEvent::Show:
+    case QEvent::Hide:
+    case QEvent::HideToParent:
+    case QEvent::Close:
+        noticeVisibility(watched, event->type());
+        return false;
+    default:
+        return isTopmost() && filterUse(watched, event);
+    }
+}
+
+bool SheetModality::filterUse(QObject *watched, QEvent *event) const
+{
+    if (event->type() == QEvent::ShortcutOverride && watched->isWidgetType()
+        && static_cast<QWidget *>(watched)->window() == m_window) {
+        // Accepted as if a widget wanted the key: no shortcut fires, the key arrives as a press.
+        event->accept();
+        return true;
+    }
+    if (event->type() == QEvent::Shortcut) {
+        QObject *owner = watched;
+        while (owner && !owner->isWidgetType())
+            owner = owner->parent();
+        return owner && isCovered(owner);
+    }
+    switch (useOf(event->type())) {
+    case WindowUse::None:
+        return false;
+    case WindowUse::Typing:
+        // Keys that the sheet does not want climb through its ancestors up to the window.
+        if (isAncestorOfSheet(watched))
+            return false;
+        Q_FALLTHROUGH();
+    case WindowUse::Pointer:
+        if (isCovered(watched))
+            event->accept();
+        return isCovered(watched);
+    case WindowUse::Drag:
+        if (isCovered(watched))
+            event->ignore();
+        return isCovered(watched);
+    }
+    return false;
+}

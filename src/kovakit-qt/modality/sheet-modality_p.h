@@ -1,0 +1,106 @@
+#pragma once
+
+#include "kovakit-qt/platform/close-button-hold_p.h"
+
+#include <QEvent>
+#include <QObject>
+#include <QPointer>
+#include <QTimer>
+#include <QVector>
+#include <QWidget>
+
+#include <functional>
+#include <memory>
+
+class KovaSheet;
+class QDialogButtonBox;
+
+// The modal run of a sheet: while it is active, the window around the sheet cannot be used, the
+// keyboard focus stays in the sheet, the sheet is enabled though what it lies on is not, and the
+// window's close button may be switched off. All of it is undone when the run ends, however it
+// ends: by the sheet, because the sheet or its window is destroyed, closed or hidden for good, or
+// because the application quits. A sheet that gets into another window takes all of it along.
+//
+// The modality installs the sheet as event filter on the window. The sheet hands what it sees there
+// to filterWindow(), except for keys that it has a use of its own for.
+class SheetModality : public QObject
+{
+public:
+    // Ends the run with the code 0 through @p cancel when nobody else does.
+    SheetModality(KovaSheet *sheet, std::function<void()> cancel);
+    ~SheetModality() override;
+
+    // Shows the sheet and starts a run over the window that it is in, with the focus on @p first.
+    // Does not start another one over a run that is active. Those who are told of the show, of
+    // popups that close and of the focus that moves may end the run or delete the sheet meanwhile.
+    void begin(bool blockCloseButton, QWidget *first = nullptr,
+               Qt::FocusReason reason = Qt::OtherFocusReason);
+
+    // The same, then runs an event loop until end() and returns its result, or 0 when the run ended
+    // otherwise. The sheet may be gone by then.
+    int exec(bool blockCloseButton, QWidget *first, Qt::FocusReason reason);
+
+    // Ends the run and every loop of it. The focus goes back to the widget that had it before, or
+    // to the next one after that in the window; it does not stay in the sheet.
+    void end(int result);
+
+    // Ends the run, hides the sheet and lets it emit finished(). The sheet may be gone afterwards.
+    void finish(int result);
+
+    // Whether the run is active and no later one holds the same window.
+    [[nodiscard]] bool isTopmost() const { return m_active && topmostOf(m_window) == this; }
+
+    // Moves the focus to the next or previous widget of the sheet, wrapping around at the ends.
+    bool moveFocus(bool forward);
+
+    // The sheet's work as event filter on its window; tells whether it used the event up. With
+    // @p blocked the window refuses to be closed. Keys press the buttons in @p box, see
+    // pressSheetKey(), or are swallowed.
+    bool filterWindow(const QObject *watched, QEvent *event, bool blocked,
+                      const QDialogButtonBox *box);
+
+protected:
+    bool eventFilter(QObject *watched, QEvent *event) override;
+
+private:
+    struct Run;
+
+    [[nodiscard]] static SheetModality *topmostOf(const QWidget *window);
+    [[nodiscard]] bool isInside(const QWidget *widget) const;
+    [[nodiscard]] bool isAncestorOfSheet(const QObject *object) const;
+    [[nodiscard]] bool isCovered(const QObject *object) const;
+
+    int runLoop();
+    void closePopups() const;
+    void enterWindow();
+    void leaveWindow();
+    void followWindow();
+    void watchAncestors();
+    void unwatchAncestors();
+    void leaveDyingAncestor(const QWidget *ancestor);
+
+    [[nodiscard]] QList<QWidget *> focusWidgets() const;
+    [[nodiscard]] QWidget *heirOfFocus() const;
+    void holdFocus(QWidget *now);
+    void pullFocus();
+    void returnFocus();
+
+    void stayEnabled();
+    void inheritDisabled();
+    void noticeVisibility(const QObject *watched, QEvent::Type type);
+    void cancelIfUnseen();
+    bool filterUse(QObject *watched, QEvent *event) const;
+
+    KovaSheet *const m_sheet;
+    const std::function<void()> m_cancel;
+    bool m_active = false;
+    QPointer<QWidget> m_window;
+    QPointer<QWidget> m_focusBefore;
+    QPointer<QWidget> m_focusInside;
+    CloseButtonHold m_closeButton;
+    QTimer m_unseenFor;
+    QVector<std::shared_ptr<Run>> m_runs;
+    int m_execDepth = 0;
+    QMetaObject::Connection m_focusConnection;
+    QVector<QMetaObject::Connection> m_ancestorConnections;
+};

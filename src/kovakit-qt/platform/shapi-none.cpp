@@ -1,0 +1,3 @@
+#include <kovakit-qt/platform/shapi-linux.h>
+
+void SHAPISetCloseButtonOfWindowEnable(QWidget *, bool, void **) { }

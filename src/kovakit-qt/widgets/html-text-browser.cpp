@@ -1,0 +1,240 @@
+#include "html-text-browser.h"
+
+#include "kovakit-qt/html/html-download-queue_p.h"
+#include "kovakit-qt/html/html-limits_p.h"
+#include "kovakit-qt/html/html-pictures_p.h"
+#include "kovakit-qt/html/html-reading-place_p.h"
+#include "kovakit-qt/html/html-scan_p.h"
+#include "kovakit-qt/utils/safe-file_p.h"
+
+#include <QAbstractTextDocumentLayout>
+#include <QDir>
+#include <QFileInfo>
+#include <QMap>
+#include <QScrollBar>
+#include <QTemporaryDir>
+#include <QTextCodec>
+#include <QTimer>
+
+#include <optional>
+
+namespace {
+
+constexpr int gatherInterval = 40;
+
+constexpr HtmlLimits textLimits = {
+    HtmlTextBrowser::maxTextLength,     HtmlTextBrowser::maxWordLength,
+    HtmlTextBrowser::maxOpenElements,   HtmlTextBrowser::maxOpenTables,
+    HtmlTextBrowser::maxSpannedColumns, HtmlTextBrowser::maxListItems,
+    HtmlTextBrowser::maxStyleSteps,
+};
+constexpr HtmlPictureLimits pictureLimits = {
+    ImageDownloader::maxBytes,
+    HtmlTextBrowser::maxPicturePixels,
+    HtmlTextBrowser::maxPagePixels,
+};
+
+// Where downloaded pictures lie: the folder that all programs of this user share, or one of this
+// process where another user has taken the name.
+QString pictureFolder()
+{
+    const QLatin1String name("/image");
+    const QString shared = QDir::tempPath() + QLatin1String("/kovaline_help") + name;
+    if (makeOwnFolder(shared))
+        return shared;
+    static const QTemporaryDir own(QDir::tempPath() + QLatin1String("/kovaline_help-XXXXXX"));
+    const QString path = own.path() + name;
+    return makeOwnFolder(path) ? path : shared;
+}
+
+bool isRemote(const QString &address)
+{
+    const QString scheme = QUrl(address, QUrl::TolerantMode).scheme();
+    return scheme == QLatin1String("http") || scheme == QLatin1String("https");
+}
+
+// The name by which the laid out text asks for the picture with @p source.
+QUrl nameInText(QString source)
+{
+    return QUrl(source.replace(QLatin1String("&amp;"), QLatin1String("&")));
+}
+
+} // namespace
+
+class HtmlTextBrowser::Private
+{
+public:
+    explicit Private(HtmlTextBrowser *browser)
+        : q(browser)
+    {
+        gather.setSingleShot(true);
+        connect(&gather, &QTimer::timeout, q, [this] { showPicturesAnew(); });
+    }
+
+    void beginDownloads(const QString &text);
+    ImageDownloader *newJob(const QString &file, const QString &address);
+    void end(ImageDownloader *job);
+    void showPicturesAnew();
+    QVariant styleSheet(const QUrl &name, const QByteArray &bytes);
+
+    HtmlTextBrowser *const q;
+    QString baseUrl;
+    // Each job is deleted later, whoever ends it: it may be in the middle of its signal.
+    QMap<QString, ImageDownloader *> downloaders;
+    HtmlPictures pictures{pictureLimits};
+    HtmlDownloadQueue queue{maxDownloads};
+    QTimer gather;
+    QSet<QString> arrivedFiles;
+};
+
+HtmlTextBrowser::HtmlTextBrowser(QWidget *parent)
+    : QTextBrowser(parent)
+    , d(std::make_unique<Private>(this))
+{
+}
+
+HtmlTextBrowser::~HtmlTextBrowser()
+{
+    // Each job ends itself; there may be no event loop any more that would delete it later.
+    for (ImageDownloader *job : std::exchange(d->downloaders, {})) {
+        job->stop();
+        job->deleteLater();
+    }
+}
+
+void HtmlTextBrowser::setText(const QString &text)
+{
+    d->gather.stop();
+    d->arrivedFiles.clear();
+    d->pictures.clear(document());
+    if (!document()->baseUrl().isEmpty())
+        document()->setBaseUrl(QUrl());
+
+    if (!Qt::mightBeRichText(text) || !isWithinLimits(text, textLimits)) {
+        QTextEdit::setPlainText(shownPlain(text, textLimits));
+        return;
+    }
+    d->beginDownloads(text);
+    QTextEdit::setText(text);
+}
+
+void HtmlTextBrowser::Private::beginDownloads(const QString &text)
+{
+    const HtmlPictureSources found = scanPictureSources(text);
+    if (!found.hasBase)
+        return;
+    baseUrl = found.baseUrl;
+    const QString folder = pictureFolder();
+    q->setSearchPaths(QStringList(folder) + q->searchPaths());
+
+    QVector<ImageDownloader *> jobs;
+    for (const QString &source : found.sources) {
+        const int nameAt = source.lastIndexOf(QLatin1Char('/')) + 1;
+        const QString file = folder + QLatin1String("/../image/") + source.mid(nameAt);
+        const QString address = baseUrl + source;
+        if (nameAt == 0 || QStringView(source).left(nameAt) == QLatin1String("../image/"))
+            pictures.addDownload(nameInText(source), file);
+
+        if (ImageDownloader *earlier = downloaders.take(address))
+            end(earlier);
+        ImageDownloader *job = newJob(file, address);
+        if (isRemote(address))
+            jobs.append(job);
+        else
+            job->refuse();
+    }
+    queue.add(jobs);
+}
+
+ImageDownloader *HtmlTextBrowser::Private::newJob(const QString &file, const QString &address)
+{
+    auto *job = new ImageDownloader(file, address, nullptr);
+    connect(job, &ImageDownloader::sigDownloadFinish, q, &HtmlTextBrowser::slotDownloadFinished);
+    downloaders.insert(address, job);
+    return job;
+}
+
+void HtmlTextBrowser::Private::end(ImageDownloader *job)
+{
+    job->stop();
+    queue.remove(job);
+    job->deleteLater();
+}
+
+void HtmlTextBrowser::slotDownloadFinished(QString url, int)
+{
+    if (ImageDownloader *job = d->downloaders.take(url)) {
+        d->arrivedFiles.insert(QFileInfo(job->path()).fileName());
+        d->end(job);
+    }
+    reload();
+    // There is nothing left to wait for.
+    if (d->downloaders.isEmpty())
+        d->gather.start(0);
+}
+
+void HtmlTextBrowser::reload()
+{
+    if (!source().isEmpty() && d->arrivedFiles.isEmpty()) {
+        QTextBrowser::reload();
+        return;
+    }
+    if (d->arrivedFiles.isEmpty())
+        d->arrivedFiles = d->pictures.fileNames();
+    if (!d->gather.isActive())
+        d->gather.start(gatherInterval);
+}
+
+void HtmlTextBrowser::Private::showPicturesAnew()
+{
+    QTextDocument *document = q->document();
+    const QSet<QString> files = std::exchange(arrivedFiles, {});
+    if (!pictures.refresh(document, files, q->searchPaths()))
+        return;
+    QScrollBar *across = q->horizontalScrollBar();
+    QScrollBar *down = q->verticalScrollBar();
+    const QPoint scrolled(across->value(), down->value());
+    // At the top a reader has not begun to read.
+    std::optional<HtmlReadingPlace> place;
+    if (scrolled.y() > 0)
+        place.emplace(document, QRect(scrolled, q->viewport()->size()));
+    document->markContentsDirty(0, document->characterCount());
+    // Lays out to the end, so that the scroll bars have their ranges again.
+    document->documentLayout()->documentSize();
+    across->setValue(scrolled.x());
+    down->setValue(place ? scrolled.y() + qRound(place->shift()) : 0);
+    q->viewport()->update();
+}
+
+QVariant HtmlTextBrowser::loadResource(int type, const QUrl &name)
+{
+    if (type == QTextDocument::ImageResource)
+        return d->pictures.load(name, searchPaths());
+
+    const bool isPage =
+        type == QTextDocument::HtmlResource || type == QTextDocument::MarkdownResource;
+    const qint64 maxBytes = isPage ? maxPageBytes : maxStyleSheetBytes;
+    QByteArray bytes;
+    QFile file;
+    if (openInSearchPaths(file, name, searchPaths()) && file.size() <= maxBytes)
+        bytes = file.read(maxBytes);
+    if (isPage) {
+        const QTextCodec *codec =
+            QTextCodec::codecForHtml(bytes, QTextCodec::codecForName("UTF-8"));
+        const QString text = codec->toUnicode(bytes);
+        return isWithinLimits(text, textLimits) ? text
+                                                : shownPlain(text, textLimits).toHtmlEscaped();
+    }
+    return d->styleSheet(name, bytes);
+}
+
+// Qt keeps one resource for each name, of whatever type. Where it is asked for a picture and has
+// none, it looks for a file of that name itself, wherever it is; so there is always a picture.
+QVariant HtmlTextBrowser::Private::styleSheet(const QUrl &name, const QByteArray &bytes)
+{
+    const QPixmap picture = pictures.load(name, q->searchPaths());
+    if (bytes.isEmpty() || bytes.contains("@import") || !q->source().isRelative())
+        return picture;
+    pictures.handOver(q->document(), name, picture);
+    return bytes;
+}

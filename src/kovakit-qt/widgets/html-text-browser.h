@@ -1,0 +1,109 @@
+#pragma once
+
+#include <kovakit-qt/kovakit-export.h>
+#include <kovakit-qt/network/image-downloader.h>
+
+#include <QString>
+#include <QTextBrowser>
+
+#include <memory>
+
+/**
+ * A rich-text view that downloads the pictures of the text it is given.
+ *
+ * The text says with `<base href="...">` where its pictures lie. Each of them is fetched into the
+ * folder "kovaline_help/image" of the system's temporary folder, which becomes a search path of
+ * the browser, and shows as soon as it has arrived. Where another user of the machine has taken
+ * that name, a private folder takes its place until the program ends. Use QTextBrowser for texts
+ * without remote pictures.
+ *
+ * A page shows only what lies in its search paths: regular files inside them after all links are
+ * resolved, pictures of pixels (no drawings, no icon files), and program resources. Below the
+ * temporary folder, which everybody shares, only folders count that are this user's own all the
+ * way. Anything else,
+ * and a picture beyond the limits below, shows as missing. Only http and https addresses are
+ * downloaded.
+ *
+ * What would take too long to lay out is shown plain, without downloads: a text with more of
+ * anything than #maxTextLength, #maxWordLength, #maxOpenElements, #maxOpenTables,
+ * #maxSpannedColumns, #maxListItems or #maxStyleSteps. Shown plain, a text is cut at
+ * #maxTextLength, and its words are broken at #maxWordLength.
+ *
+ * GUI thread only.
+ */
+class KOVAKIT_EXPORT HtmlTextBrowser : public QTextBrowser
+{
+    Q_OBJECT
+
+public:
+    /** The longest text that is shown, in characters. */
+    static constexpr int maxTextLength = 500000;
+    /** The longest word: letters in a row without a place to break the line. */
+    static constexpr int maxWordLength = 5000;
+    /** How many elements may be open inside each other. */
+    static constexpr int maxOpenElements = 1000;
+    /** How many tables may be open inside each other. */
+    static constexpr int maxOpenTables = 10;
+    /** How many columns cells of more than one column may cover, in the whole text. */
+    static constexpr int maxSpannedColumns = 10000;
+    /** How many items all lists of a text may have. */
+    static constexpr int maxListItems = 4000;
+    /** How many style rules times elements a text may have. */
+    static constexpr qint64 maxStyleSteps = 5000000;
+    /** The largest style sheet that is read from a file, in bytes. */
+    static constexpr qint64 maxStyleSheetBytes = qint64(16) * 1024;
+    /** The largest page that is read from a file, in bytes. */
+    static constexpr qint64 maxPageBytes = qint64(4) * 1024 * 1024;
+    /** How many pictures of one browser download at once; the others wait their turn in order. */
+    static constexpr int maxDownloads = 6;
+    /** The largest picture that is shown, in pixels after decoding. */
+    static constexpr qint64 maxPicturePixels = qint64(16) * 1024 * 1024;
+    /** How many pixels the pictures of one text may have together. */
+    static constexpr qint64 maxPagePixels = qint64(64) * 1024 * 1024;
+
+    /** An empty browser; @p parent owns it. */
+    explicit HtmlTextBrowser(QWidget *parent = nullptr);
+
+    /** Stops the downloads that still run: none of them writes a file or emits any more. */
+    ~HtmlTextBrowser() override;
+
+    /**
+     * Shows @p text, and downloads its pictures if it is rich text with a base address.
+     *
+     * The base is the first `<base href="` of the text. The source of each `<img` after it, in
+     * lower case and double quotes, is appended to the base as it stands and downloaded once; the
+     * file is named by what follows its last slash. Downloads that an earlier text began go on,
+     * unless the new text begins the same ones. Each call with a base puts the picture folder in
+     * front of the search paths.
+     *
+     * A download that has been silent for 60 seconds is ended as a network error; while other
+     * pictures wait, one that has been silent for 10 seconds or has taken 60 in all.
+     */
+    void setText(const QString &text);
+
+    /** The picture, page or style sheet @p name, from the search paths alone. */
+    QVariant loadResource(int type, const QUrl &name) override;
+
+public Q_SLOTS:
+    /**
+     * Takes the download from @p url off the list, deletes it later and has the pictures shown
+     * anew, whatever its @p result.
+     */
+    void slotDownloadFinished(QString url, int result);
+
+    /**
+     * Reads the pictures of the text again and shows them at their natural size. The text that is
+     * being read stays where it is in the window, also when pictures above it grow; a page that is
+     * not scrolled down stays at its top, and the selection is kept. Calls within 40 ms are
+     * answered together, and at once when no download runs or waits any more; after downloads only
+     * their pictures are read.
+     *
+     * A text that came from a source, by setSource() or a link, is loaded again as QTextBrowser
+     * does it.
+     */
+    void reload() override;
+
+private:
+    class Private;
+    std::unique_ptr<Private> const d;
+};

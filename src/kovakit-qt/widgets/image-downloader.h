@@ -1,0 +1,3 @@
+#pragma once
+
+#include <kovakit-qt/network/image-downloader.h>

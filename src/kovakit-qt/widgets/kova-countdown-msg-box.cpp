@@ -1,0 +1,78 @@
+#include "kova-countdown-msg-box.h"
+
+#include "kovakit-qt/modality/sheet-buttons_p.h"
+#include "kovakit-qt/utils/component-strings_p.h"
+
+#include <kovakit-qt/style/style-manager.h>
+
+#include <QCloseEvent>
+#include <QPointer>
+#include <QPushButton>
+#include <QShowEvent>
+
+KovaCountdownMessageBox::KovaCountdownMessageBox(int seconds, QWidget *parent)
+    : QMessageBox(parent)
+    , count(seconds)
+{
+    connect(&timer, &QTimer::timeout, this, &KovaCountdownMessageBox::slotTick);
+    timer.setInterval(1000);
+    setStandardButtons(Ok | Discard);
+    setStyleSheet(getStyleSheet("component.info_message_box", false));
+    dressButton(button(Ok), okText(), "component.apply_button");
+    dressButton(button(Discard), componentString("cancel"), "component.cancel_button");
+    setDefaultButton(Ok);
+    setEscapeButton(Discard);
+}
+
+QString KovaCountdownMessageBox::okText() const
+{
+    return QStringLiteral("%1(%2)").arg(componentString("ok"), QString::number(count));
+}
+
+void KovaCountdownMessageBox::updateButtonText()
+{
+    // The caller may have removed the button.
+    if (QAbstractButton *ok = button(Ok))
+        ok->setText(okText());
+}
+
+void KovaCountdownMessageBox::slotTick()
+{
+    count = count > 0 ? count - 1 : -1;
+    if (count >= 0) {
+        updateButtonText();
+        return;
+    }
+    timer.stop();
+    // A button that was deleted is still named as the default one, but no longer in the list.
+    QPushButton *button = defaultButton();
+    if (buttons().contains(button))
+        button->animateClick(100);
+}
+
+void KovaCountdownMessageBox::showEvent(QShowEvent *event)
+{
+    QMessageBox::showEvent(event);
+    // Under a parent with a style sheet the box has its own style only now, and the icon is older.
+    if (icon() != NoIcon)
+        setIcon(icon());
+    // The window system shows a box again that was minimised: no reason to count faster.
+    if (event->spontaneous())
+        return;
+    slotTick();
+    if (count >= 0)
+        timer.start();
+}
+
+// The base class would end exec() with the right code, but emit finished() with another one.
+void KovaCountdownMessageBox::closeEvent(QCloseEvent *event)
+{
+    QAbstractButton *escape = escapeButton();
+    if (!isVisible() || !buttons().contains(escape)) {
+        QMessageBox::closeEvent(event);
+        return;
+    }
+    const QPointer<KovaCountdownMessageBox> self(this);
+    escape->click();
+    event->setAccepted(!self || !isVisible());
+}

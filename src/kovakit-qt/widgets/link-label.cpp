@@ -1,0 +1,153 @@
+#include "link-label.h"
+
+#include "kovakit-qt/accessibility/named-accessible_p.h"
+
+#include <QGuiApplication>
+#include <QKeyEvent>
+#include <QPointer>
+#include <QStyleOptionFocusRect>
+#include <QStylePainter>
+
+namespace {
+
+class LinkAccessible : public NamedAccessible
+{
+public:
+    explicit LinkAccessible(LinkLabel *label)
+        : NamedAccessible(label, QAccessible::Link)
+    {
+    }
+
+    QAccessible::State state() const override
+    {
+        QAccessible::State state = QAccessibleWidget::state();
+        state.linked = true;
+        return state;
+    }
+
+    QStringList actionNames() const override
+    {
+        QStringList names = QAccessibleWidget::actionNames();
+        if (label()->isEnabled())
+            names.prepend(pressAction());
+        return names;
+    }
+
+    void doAction(const QString &name) override
+    {
+        if (name != pressAction())
+            QAccessibleWidget::doAction(name);
+        else if (label()->isEnabled())
+            Q_EMIT label()->clicked();
+    }
+
+protected:
+    QString shownName() const override { return withoutMarkup(label()->text()); }
+
+private:
+    LinkLabel *label() const { return static_cast<LinkLabel *>(widget()); }
+};
+
+} // namespace
+
+LinkLabel::LinkLabel(const QString &text, QLabel *parent)
+    : QLabel(parent)
+{
+    QAccessible::installFactory(createAccessible<LinkLabel, LinkAccessible>);
+    // Given to the base, the text would make Qt settle on the interface of a plain label.
+    setText(text);
+    setFocusPolicy(Qt::StrongFocus);
+}
+
+LinkLabel::~LinkLabel()
+{
+    if (m_holdsCursor)
+        QGuiApplication::restoreOverrideCursor();
+}
+
+void LinkLabel::mousePressEvent(QMouseEvent *event)
+{
+    const QPointer<LinkLabel> guard(this);
+    Q_EMIT clicked();
+    if (guard)
+        QLabel::mousePressEvent(event);
+}
+
+void LinkLabel::keyPressEvent(QKeyEvent *event)
+{
+    switch (event->key()) {
+    case Qt::Key_Return:
+    case Qt::Key_Enter:
+    case Qt::Key_Space:
+        if (!event->isAutoRepeat())
+            Q_EMIT clicked();
+        return;
+    default:
+        QLabel::keyPressEvent(event);
+    }
+}
+
+void LinkLabel::enterEvent(QEvent *event)
+{
+    if (isEnabled())
+        startHover();
+    QLabel::enterEvent(event);
+}
+
+void LinkLabel::leaveEvent(QEvent *event)
+{
+    if (isEnabled()) {
+        endHover();
+        QLabel::leaveEvent(event);
+    } else {
+        m_holdsCursor = false;
+        QLabel::enterEvent(event);
+    }
+}
+
+void LinkLabel::hideEvent(QHideEvent *event)
+{
+    if (m_holdsCursor)
+        endHover();
+    QLabel::hideEvent(event);
+}
+
+void LinkLabel::changeEvent(QEvent *event)
+{
+    if (event->type() == QEvent::EnabledChange && isEnabled() && isVisible() && underMouse())
+        startHover();
+    QLabel::changeEvent(event);
+}
+
+void LinkLabel::startHover()
+{
+    if (!m_holdsCursor)
+        QGuiApplication::setOverrideCursor(Qt::PointingHandCursor);
+    m_holdsCursor = true;
+    setUnderlined(true);
+}
+
+void LinkLabel::endHover()
+{
+    if (m_holdsCursor)
+        QGuiApplication::restoreOverrideCursor();
+    m_holdsCursor = false;
+    setUnderlined(false);
+}
+
+void LinkLabel::setUnderlined(bool underlined)
+{
+    QFont changed = font();
+    changed.setUnderline(underlined);
+    setFont(changed);
+}
+
+void LinkLabel::paintEvent(QPaintEvent *event)
+{
+    QLabel::paintEvent(event);
+    if (!hasFocus())
+        return;
+    QStyleOptionFocusRect option;
+    option.initFrom(this);
+    QStylePainter(this).drawPrimitive(QStyle::PE_FrameFocusRect, option);
+}

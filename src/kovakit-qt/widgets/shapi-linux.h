@@ -1,0 +1,3 @@
+#pragma once
+
+#include <kovakit-qt/platform/shapi-linux.h>

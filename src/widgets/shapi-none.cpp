@@ -1,3 +1,0 @@
-#include "shapi-linux.h"
-
-void SHAPISetCloseButtonOfWindowEnable(QWidget *, bool, void **) { }

@@ -68,6 +68,7 @@ QString Palette::applyTo(const QString &text, int state)
 QString Palette::replaceNames(const QString &text, const QMap<QString, QString> &colors)
 {
     static const QRegularExpression name(QStringLiteral("\\$([a-z]+(?:-[a-z]+)*)"));
+    const QStringView whole(text);
     QString result;
     int copied = 0;
     auto match = name.globalMatch(text);
@@ -76,8 +77,10 @@ QString Palette::replaceNames(const QString &text, const QMap<QString, QString> 
         const QString color = colors.value(found.captured(1));
         if (color.isEmpty())
             m_error = QStringLiteral("unknown color %1").arg(found.captured());
-        result += text.midRef(copied, found.capturedStart() - copied) + color;
+        result += whole.mid(copied, found.capturedStart() - copied);
+        result += color;
         copied = found.capturedEnd();
     }
-    return result + text.midRef(copied);
+    result += whole.mid(copied);
+    return result;
 }

@@ -2,12 +2,30 @@
 
 #include "pixel-lengths_p.h"
 
-#include <QApplication>
-#include <QDesktopWidget>
+#include <QGuiApplication>
+#include <QScreen>
+
+namespace {
+
+// Whole numbers both, as the sizes of style texts and pictures have always been computed from: 1.5
+// device pixels per pixel count as 1.
+int dotsPerInch()
+{
+    constexpr int withoutScreen = 72;
+    const QScreen *screen = QGuiApplication::primaryScreen();
+    return screen ? qRound(screen->logicalDotsPerInchX()) : withoutScreen;
+}
+
+int devicePixelRatio()
+{
+    return int(qGuiApp->devicePixelRatio());
+}
+
+} // namespace
 
 DPIinfo::DPIinfo()
-    : m_scale(QApplication::desktop()->logicalDpiX() / 96.0)
-    , m_devicePixelRatio(QApplication::desktop()->devicePixelRatio())
+    : m_scale(dotsPerInch() / 96.0)
+    , m_devicePixelRatio(devicePixelRatio())
 {
 }
 

@@ -8,7 +8,7 @@
 
 #include <QFile>
 #include <QRegularExpression>
-#include <QVector>
+#include <QStringView>
 
 namespace {
 
@@ -16,6 +16,7 @@ namespace {
 // mark that is never closed stays, with all that follows it.
 QString withoutComments(const QString &text, QLatin1String open, QLatin1String close)
 {
+    const QStringView whole(text);
     QString result;
     result.reserve(text.size());
     int kept = 0;
@@ -23,20 +24,20 @@ QString withoutComments(const QString &text, QLatin1String open, QLatin1String c
         const int end = text.indexOf(close, from + open.size());
         if (end < 0)
             break;
-        result.append(text.midRef(kept, from - kept));
+        result.append(whole.mid(kept, from - kept));
         kept = end + close.size();
     }
-    result.append(text.midRef(kept));
+    result.append(whole.mid(kept));
     return result;
 }
 
-bool isHeader(const QStringRef &line)
+bool isHeader(QStringView line)
 {
     const QLatin1String mark("==");
     return line.startsWith(mark) && line.endsWith(mark);
 }
 
-QString headerKey(const QStringRef &line)
+QString headerKey(QStringView line)
 {
     return line.toString().remove(QLatin1Char('=')).remove(QLatin1Char(' '));
 }
@@ -85,7 +86,8 @@ void StyleManager::initialize(const std::vector<QString> &files)
 
     QString key;
     QString body;
-    for (const QStringRef &line : text.splitRef(QLatin1Char('\n'))) {
+    const QList<QStringView> lines = QStringView(text).split(QLatin1Char('\n'));
+    for (const QStringView line : lines) {
         if (!isHeader(line)) {
             body.append(QLatin1Char('\n'));
             body.append(line);

@@ -8,7 +8,7 @@
 #include <QKeyEvent>
 #include <QLineEdit>
 #include <QPointer>
-#include <QRegExpValidator>
+#include <QRegularExpressionValidator>
 
 QRect g_check_rect;
 
@@ -17,10 +17,10 @@ namespace {
 void restrictToFileNames(QLineEdit *edit)
 {
     // A model that changes while the editor is open fills it again.
-    if (edit->findChild<QRegExpValidator *>(QString(), Qt::FindDirectChildrenOnly))
+    if (edit->findChild<QRegularExpressionValidator *>(QString(), Qt::FindDirectChildrenOnly))
         return;
-    static const QRegExp fileName(QStringLiteral(R"(^[^\.\\\/:*?"<>|][^\\\/:*?"<>|]*)"));
-    edit->setValidator(new QRegExpValidator(fileName, edit));
+    static const QRegularExpression fileName(QStringLiteral(R"(^[^\.\\\/:*?"<>|][^\\\/:*?"<>|]*)"));
+    edit->setValidator(new QRegularExpressionValidator(fileName, edit));
     edit->setStyleSheet(getStyleSheet("component.tree_item", false));
     edit->setAttribute(Qt::WA_MacShowFocusRect, false);
 }

@@ -48,7 +48,7 @@ bool isMarked(const QString &text)
     bool doubled = false;
     for (int at = text.indexOf(QLatin1Char('&')); at >= 0;
          at = text.indexOf(QLatin1Char('&'), at + 2)) {
-        if (text.midRef(at + 1, 1) != QLatin1String("&"))
+        if (at + 1 == text.size() || text.at(at + 1) != QLatin1Char('&'))
             return marksShortcut(text, at);
         doubled = true;
     }

@@ -87,7 +87,7 @@ private Q_SLOTS:
     void sheetIsWideEnoughForItsButtons();
     void longTextScrolls();
     void heapIsKnownFromEveryFormOfNew();
-    void setWidgetReplacesTheLayout();
+    void labelsAndLayoutsFollow();
 };
 
 void KovaSheetTest::initTestCase()
@@ -314,8 +314,11 @@ void KovaSheetTest::longTextScrolls()
         QCOMPARE(window.focusWidget(), focus);
 
         QSignalSpy finished(sheet, &KovaSheet::finished);
-        const QScrollBar *bar = sheet->findChild<QScrollArea *>()->verticalScrollBar();
+        const auto *area = sheet->findChild<QScrollArea *>();
+        const QScrollBar *bar = area->verticalScrollBar();
         QVERIFY(bar->isVisible());
+        const QPoint besideTheText = placeOf(area->viewport()).topRight();
+        QCOMPARE(window.grab().toImage().pixelColor(besideTheText), QColor(Qt::white));
         press(&window, Qt::Key_Down);
         const int step = bar->value();
         QVERIFY(step >= kovaPx(20));
@@ -364,8 +367,20 @@ void KovaSheetTest::heapIsKnownFromEveryFormOfNew()
     placed->~KovaSheet();
 }
 
-void KovaSheetTest::setWidgetReplacesTheLayout()
+void KovaSheetTest::labelsAndLayoutsFollow()
 {
+    MessageLabel label;
+    label.setText(QString("A sentence that is longer than a word. ").repeated(5));
+    label.setWordWrap(true);
+    label.show();
+    QMap<int, int> heights;
+    for (const int width : {300, 100, 500}) {
+        label.resize(width, 10);
+        heights.insert(width, label.height());
+    }
+    QVERIFY(heights[100] > heights[300] && heights[300] > heights[500]);
+    QVERIFY(heights[500] > label.fontMetrics().height());
+
     KovaSheet sheet(nullptr);
     auto *first = new QLabel("first");
     auto *second = new QLabel("second");

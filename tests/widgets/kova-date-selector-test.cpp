@@ -386,6 +386,9 @@ void KovaDateSelectorTest::clickEndsTheTypingOfTheYear()
     m_box->dateSelect(QDate(2024, 3, 13));
     open();
     clickOn(part("yearbutton"), QPoint(5, 5));
+    clickOn(part<QWidget>("navigationbar"), part("monthbutton")->pos() + QPoint(-4, 4));
+    QVERIFY(!part<QSpinBox>("yearedit")->isVisible());
+    clickOn(part("yearbutton"), QPoint(5, 5));
     for (int key : {Qt::Key_1, Qt::Key_9, Qt::Key_8, Qt::Key_7})
         press(key);
     clickOnDay(3);

@@ -311,6 +311,7 @@ void KovaMessageSheetTest::messageOverAWindowNotShownTakesTheBox()
         QTimer::singleShot(0, this, [] {
             QWidget *box = QApplication::activeModalWidget();
             QVERIFY(qobject_cast<QMessageBox *>(box));
+            QCOMPARE(box->styleSheet(), getStyleSheet("component.confirm_message_box", false));
             press(box, Qt::Key_Escape);
         });
         QCOMPARE(showConfirmMsg("title", "text", parent), int(QMessageBox::Cancel));

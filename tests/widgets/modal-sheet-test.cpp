@@ -158,6 +158,9 @@ void ModalSheetTest::escapeNeedsASecondButton()
 void ModalSheetTest::tabStaysInside()
 {
     ask([&](KovaMessageSheet &sheet) {
+        auto *clickedOnly = new QWidget(&sheet);
+        clickedOnly->setFocusPolicy(Qt::ClickFocus);
+        clickedOnly->show();
         for (QWidget *start : accessibleList(&sheet, AccessibleFilter())) {
             for (const auto direction : {Qt::Key_Tab, Qt::Key_Backtab}) {
                 start->setFocus(Qt::OtherFocusReason);
@@ -167,6 +170,7 @@ void ModalSheetTest::tabStaysInside()
                     visited.insert(QApplication::focusWidget());
                     QVERIFY(sheet.isAncestorOf(QApplication::focusWidget()));
                 }
+                QVERIFY(!visited.contains(clickedOnly));
                 QVERIFY(visited.contains(sheet.button(QMessageBox::Ok)));
                 QVERIFY(visited.contains(sheet.button(QMessageBox::Discard)));
                 QVERIFY2(visited.size() >= 3, "the link in the text is left out");

@@ -11,15 +11,10 @@ namespace {
 // shows a mixture of the two colours.
 QByteArray stripesFile()
 {
-    QImage image(64, 64, QImage::Format_RGB32);
-    for (int y = 0; y < image.height(); ++y) {
-        for (int x = 0; x < image.width(); ++x)
-            image.setPixelColor(x, y, x / 2 % 2 ? Qt::blue : Qt::red);
-    }
-    QBuffer buffer;
-    buffer.open(QIODevice::WriteOnly);
-    image.save(&buffer, "PNG");
-    return buffer.data();
+    QByteArray file = "P3 64 64 255\n";
+    for (int pixel = 0; pixel < 64 * 64; ++pixel)
+        file += pixel / 2 % 2 ? "0 0 255\n" : "255 0 0\n";
+    return file;
 }
 
 // How far the stripes of a picture of 16 by 16 pixels around @p center differ; -1 for no stripes.
@@ -62,16 +57,23 @@ void CrispMarksTest::initTestCase()
     writeScratchFile("images.json", R"({"images": ["stripes"], "tmp_images": ["stripes"]})");
     ImageManager::getInstance()->initialize(ImageManager::LazyLoad);
 
-    const char *const rule = " { image: url(\"TMPIMG_LOC/tmp_stripes.png\");"
-                             " width: 16px; height: 16px; border: 0px; }\n";
-    QByteArray style = "== component.icon_button ==\n/* plain */ QToolButton { border: 0px; }\n"
-                       "== component.scrollbar ==\n"
-                       "== component.checkbox ==\nQCheckBox::indicator";
-    style.append(rule).append("== component.radio_button ==\nQRadioButton::indicator").append(rule);
-    style.append("== component.combobox ==\nQComboBox { %1 %2 } QComboBox::drop-down { width: 20px;"
-                 " border: 0px; }\nQComboBox::down-arrow");
-    style.append(rule).append("== component.tree_item ==\nQTreeView::indicator").append(rule);
-    style.append("QTreeView::branch").append(rule);
+    QByteArray style = R"(== component.icon_button ==
+/* plain */ QToolButton { border: 0px; }
+== component.scrollbar ==
+== component.checkbox ==
+QCheckBox::indicator MARK
+== component.radio_button ==
+QRadioButton::indicator MARK
+== component.combobox ==
+QComboBox { %1 %2 }
+QComboBox::drop-down { width: 20px; border: 0px; }
+QComboBox::down-arrow MARK
+== component.tree_item ==
+QTreeView::indicator MARK
+QTreeView::branch MARK
+)";
+    style.replace("MARK", "{ image: url(\"TMPIMG_LOC/tmp_stripes.png\");"
+                          " width: 16px; height: 16px; border: 0px; }");
     StyleManager::getInstance()->initialize({writeScratchFile("marks.qss", style)});
 }
 

@@ -29,27 +29,19 @@ QRect freePart(const KovaButtonPath &bar)
     return rest;
 }
 
-void collectRoles(QAccessibleInterface *interface, QHash<QObject *, QAccessible::Role> *found)
-{
-    found->insert(interface->object(), interface->role());
-    for (int i = 0; i < interface->childCount(); ++i)
-        collectRoles(interface->child(i), found);
-}
-
 // Decides about its menu whenever it gets another width.
 class FollowingBar : public KovaButtonPath
 {
 public:
-    using KovaButtonPath::KovaButtonPath;
+    int refreshes = 0;
 
+protected:
     void resizeEvent(QResizeEvent *event) override
     {
         KovaButtonPath::resizeEvent(event);
-        refresh("home/ada/Documents");
         ++refreshes;
+        refresh("home/ada/Documents");
     }
-
-    int refreshes = 0;
 };
 
 const QString deepPath = "/home/ada/Documents/Correspondence/2024/Letters to the publisher/Drafts";
@@ -71,19 +63,16 @@ private Q_SLOTS:
     void rowThatFitsHasNoMenu();
     void mayBeRefreshedWheneverItIsResized();
     void menuListsWhatIsOutOfSight();
-    void aPressDoesNotScroll();
-    void choosingFromTheMenuTellsThePath();
     void isWalkedByKeyboard();
     void isMirroredFromRightToLeft();
     void refreshKeepsTheFocus();
-    void noFolderIsTheDefaultOfADialog();
     void isAToolBarToScreenReaders();
 
 private:
     void show(const QString &path);
     [[nodiscard]] QToolButton *folderButton() const { return m_bar->findChild<QToolButton *>(); }
 
-    std::unique_ptr<QWidget> m_window;
+    std::unique_ptr<QDialog> m_window;
     QLineEdit *m_before = nullptr;
     KovaButtonPath *m_bar = nullptr;
     QLineEdit *m_after = nullptr;
@@ -91,7 +80,7 @@ private:
 
 void KovaButtonPathTest::init()
 {
-    m_window = std::make_unique<QWidget>();
+    m_window = std::make_unique<QDialog>();
     auto *layout = new QVBoxLayout(m_window.get());
     layout->addWidget(m_before = new QLineEdit);
     layout->addWidget(m_bar = new KovaButtonPath(nullptr));
@@ -115,10 +104,8 @@ void KovaButtonPathTest::splitsPaths()
         show(deepPath);
         show(path);
         const int folders = shown.isEmpty() ? 0 : shown.count('/') + 1;
-        QCOMPARE(m_bar->rowCount(), 1);
         QCOMPARE(m_bar->columnCount(), qMax(0, 2 * folders - 1));
         QCOMPARE(m_bar->findChildren<QPushButton *>().size(), m_bar->columnCount());
-        QCOMPARE(m_bar->getPath(m_bar->columnCount() - 1), shown);
         QCOMPARE(m_bar->getPath(99), shown);
         QCOMPARE(m_bar->getPath(-1), "");
         QVERIFY(!folderButton()->isVisible());
@@ -139,9 +126,7 @@ void KovaButtonPathTest::sizesButtons()
         left += width + int(6 * scale);
     }
     QCOMPARE(m_bar->cellWidget(0, 1)->size(), QSize(int(6 * scale), int(28 * scale)));
-    // The row fills the bar: there is nothing to scroll up or down.
-    QCOMPARE(m_bar->verticalScrollBar()->maximum(), 0);
-    QVERIFY(!m_bar->verticalScrollBar()->isVisible());
+    QVERIFY2(!m_bar->verticalScrollBar()->isVisible(), "there is nothing to scroll up or down");
 }
 
 void KovaButtonPathTest::showsAwkwardNames()
@@ -166,43 +151,42 @@ void KovaButtonPathTest::clickingAFolderTellsItsPath()
     for (int column = 0; column < m_bar->columnCount(); ++column)
         click(m_bar->cellWidget(0, column));
     QCOMPARE(picked, (QList<QVariantList>{{"a"}, {"a/b"}, {"a/b/c"}}));
-    // The bar waits for its owner.
+    // The bar waits for its owner, and no folder is the default button of a dialog.
     QCOMPARE(m_bar->getPath(99), "a/b/c");
-    m_bar->slotUpdatePath("x");
-    QCOMPARE(m_bar->getPath(99), "x");
+    m_before->setFocus();
+    press(m_before, Qt::Key_Return);
+    QCOMPARE(picked.count(), 3);
+
+    show("first/" + QString(100, 'x'));
+    const QPushButton *last = nameButtons(*m_bar).at(1);
+    click(last, last->rect().bottomRight() - QPoint(5, 5));
+    QVERIFY2(last->geometry().right() + 1 == m_bar->viewport()->width(), "a press scrolls nothing");
+    QCOMPARE(picked.count(), 4);
 }
 
 void KovaButtonPathTest::rowThatFitsHasNoMenu()
 {
     m_window->resize(kovaPx(1600), m_window->height());
     show(deepPath);
+    const int frame = m_bar->width() - m_bar->viewport()->width();
     const int row = nameButtons(*m_bar).constLast()->geometry().right() + 1;
-
-    m_window->resize(m_window->width() - m_bar->viewport()->width() + row, m_window->height());
-    QCOMPARE(m_bar->viewport()->width(), row);
-    show(deepPath);
-    QVERIFY(!folderButton()->isVisible());
-    QCOMPARE(m_bar->horizontalScrollBar()->maximum(), 0);
-
-    m_window->resize(m_window->width() - 1, m_window->height());
-    show(deepPath);
-    QVERIFY(folderButton()->isVisible());
-    QCOMPARE(folderButton()->menu()->actions().size(), 1);
+    for (const int missing : {0, 1}) {
+        m_bar->setFixedWidth(frame + row - missing);
+        show(deepPath);
+        QCOMPARE(folderButton()->menu()->actions().size(), missing);
+        QCOMPARE(folderButton()->isVisible(), missing == 1);
+    }
 }
 
 void KovaButtonPathTest::mayBeRefreshedWheneverItIsResized()
 {
-    auto *bar = new FollowingBar;
-    m_window->layout()->addWidget(bar);
-    QTRY_VERIFY(bar->refreshes > 0);
-    QVERIFY(nameButtons(*bar).constFirst()->isVisible());
-
-    auto *menuButton = bar->findChild<QToolButton *>();
+    FollowingBar bar;
+    bar.show();
     for (const bool narrow : {false, true, false}) {
-        m_window->resize(kovaPx(narrow ? 100 : 800), m_window->height());
-        QTRY_COMPARE(menuButton->isVisible(), narrow);
+        bar.resize(kovaPx(narrow ? 100 : 800), bar.height());
+        QTRY_COMPARE(bar.findChild<QToolButton *>()->isVisible(), narrow);
     }
-    QVERIFY(bar->refreshes < 20);
+    QVERIFY(bar.refreshes < 20);
 }
 
 void KovaButtonPathTest::menuListsWhatIsOutOfSight()
@@ -231,38 +215,6 @@ void KovaButtonPathTest::menuListsWhatIsOutOfSight()
     }
 }
 
-void KovaButtonPathTest::aPressDoesNotScroll()
-{
-    show("first/" + QString(100, 'x'));
-    QSignalSpy picked(m_bar, &KovaButtonPath::sigUpdatePath);
-    const QPushButton *last = nameButtons(*m_bar).at(1);
-    QVERIFY(last->x() < 0);
-    click(last, last->rect().bottomRight() - QPoint(5, 5));
-    QCOMPARE(last->geometry().right() + 1, m_bar->viewport()->width());
-    QCOMPARE(picked.count(), 1);
-}
-
-void KovaButtonPathTest::choosingFromTheMenuTellsThePath()
-{
-    QSignalSpy picked(m_bar, &KovaButtonPath::sigUpdatePath);
-    show(deepPath);
-    QToolButton *button = folderButton();
-    for (const bool byKeyboard : {false, true}) {
-        QTimer::singleShot(0, button, [button] {
-            for (const auto key : {Qt::Key_Down, Qt::Key_Down, Qt::Key_Return})
-                QTest::keyClick(button->menu(), key);
-        });
-        if (byKeyboard) {
-            button->setFocus();
-            press(button, Qt::Key_Return);
-        } else {
-            click(button);
-        }
-        QCOMPARE(picked.takeFirst(), QVariantList{"home/ada"});
-        QVERIFY(picked.isEmpty());
-    }
-}
-
 void KovaButtonPathTest::isWalkedByKeyboard()
 {
     QSignalSpy picked(m_bar, &KovaButtonPath::sigUpdatePath);
@@ -285,42 +237,34 @@ void KovaButtonPathTest::isWalkedByKeyboard()
     QCOMPARE(m_window->focusWidget(), m_after);
     press(m_bar, Qt::Key_Tab, Qt::ShiftModifier);
     QCOMPARE(m_window->focusWidget(), nameButtons(*m_bar).constLast());
-
-    m_bar->setFocus();
-    show("a/b");
-    m_before->setFocus();
-    press(m_bar, Qt::Key_Tab);
-    QCOMPARE(m_window->focusWidget(), nameButtons(*m_bar).constFirst());
 }
 
 void KovaButtonPathTest::isMirroredFromRightToLeft()
 {
     show(deepPath);
-    const QRect button = folderButton()->geometry();
+    QRect button = folderButton()->geometry();
     const auto arrow = [this](int column) {
         const auto *separator = qobject_cast<QPushButton *>(m_bar->cellWidget(0, column));
         return separator->icon().pixmap(separator->iconSize()).toImage();
     };
-    const QImage forward = arrow(1);
-    QVERIFY(forward != forward.mirrored(true, false));
+    const QImage backward = arrow(1).mirrored(true, false);
+    QVERIFY(arrow(1) != backward);
     m_bar->setLayoutDirection(Qt::RightToLeft);
-    for (const bool refreshed : {false, true}) {
-        if (refreshed)
-            show(deepPath);
-        QCOMPARE(arrow(3), forward.mirrored(true, false));
-    }
-    QRect mirrored = button;
-    mirrored.moveRight(m_bar->width() - 1 - button.left());
-    QCOMPARE(folderButton()->geometry(), mirrored);
+    QCOMPARE(arrow(1), backward);
+    show(deepPath);
+    QCOMPARE(arrow(1), backward);
+    button.moveRight(m_bar->width() - 1 - button.left());
+    QCOMPARE(folderButton()->geometry(), button);
     QCOMPARE(nameButtons(*m_bar).constLast()->x(), 0);
 
     folderButton()->setFocus();
     press(m_bar, Qt::Key_Tab);
     const QPushButton *first = nameButtons(*m_bar).constFirst();
-    QCOMPARE(first->mapTo(m_bar, first->rect().topRight()).x(), freePart(*m_bar).right());
-    m_window->resize(m_window->width() + 20, m_window->height());
-    QCoreApplication::processEvents();
-    QCOMPARE(first->mapTo(m_bar, first->rect().topRight()).x(), freePart(*m_bar).right());
+    for (const int more : {0, 20}) {
+        m_window->resize(m_window->width() + more, m_window->height());
+        QCoreApplication::processEvents();
+        QCOMPARE(first->mapTo(m_bar, first->rect().topRight()).x(), freePart(*m_bar).right());
+    }
 }
 
 void KovaButtonPathTest::refreshKeepsTheFocus()
@@ -348,40 +292,19 @@ void KovaButtonPathTest::refreshKeepsTheFocus()
     QCOMPARE(m_window->focusWidget(), m_before);
 }
 
-void KovaButtonPathTest::noFolderIsTheDefaultOfADialog()
-{
-    QDialog dialog;
-    auto *layout = new QVBoxLayout(&dialog);
-    auto *bar = new KovaButtonPath(nullptr);
-    auto *edit = new QLineEdit;
-    auto *box = new QDialogButtonBox(QDialogButtonBox::Close);
-    for (QWidget *widget : std::initializer_list<QWidget *>{bar, edit, box})
-        layout->addWidget(widget);
-    connect(box, &QDialogButtonBox::rejected, &dialog, &QDialog::reject);
-    bar->refresh("a/b");
-    QSignalSpy picked(bar, &KovaButtonPath::sigUpdatePath);
-    showActive(&dialog);
-    edit->setFocus();
-    press(edit, Qt::Key_Return);
-    QCOMPARE(picked.count(), 0);
-    QVERIFY(!dialog.isVisible());
-}
-
 void KovaButtonPathTest::isAToolBarToScreenReaders()
 {
+    const auto role = [](QWidget *widget) {
+        return QAccessible::queryAccessibleInterface(widget)->role();
+    };
     // With a screen reader running, Qt asks for the interface while the bar is made.
     QAccessible::setActive(true);
     KovaButtonPath bar(nullptr);
-    bar.resize(200, bar.height());
     bar.show();
     bar.refresh(deepPath);
-    QHash<QObject *, QAccessible::Role> found;
-    collectRoles(QAccessible::queryAccessibleInterface(&bar), &found);
-    QCOMPARE(found.value(&bar), QAccessible::ToolBar);
-    QCOMPARE(found.value(bar.findChild<QToolButton *>()), QAccessible::ButtonMenu);
-    for (int column = 0; column < bar.columnCount(); ++column)
-        QCOMPARE(found.value(bar.cellWidget(0, column)),
-                 column % 2 ? QAccessible::Separator : QAccessible::PushButton);
+    QCOMPARE(role(&bar), QAccessible::ToolBar);
+    QCOMPARE(role(bar.cellWidget(0, 0)), QAccessible::PushButton);
+    QCOMPARE(role(bar.cellWidget(0, 1)), QAccessible::Separator);
     nameButtons(bar).constFirst()->setFocus();
     bar.refresh("a");
     QAccessible::setActive(false);

@@ -2,9 +2,6 @@
 
 #include <QAccessibleWidget>
 
-// The words of a label's text, without markup if it has any.
-[[nodiscard]] QString withoutMarkup(const QString &text);
-
 // Names a widget to assistive technology after what it shows, unless its owner gave it a name.
 class NamedAccessible : public QAccessibleWidget
 {
@@ -17,7 +14,12 @@ protected:
     [[nodiscard]] virtual QString shownName() const = 0;
 };
 
-// For QAccessible::installFactory(), which takes each factory once however often it is given.
+// Makes an Interface for each widget of the class Widget, of which Interface has a constructor.
+//
+// The constructor of Widget hands this function to QAccessible::installFactory(), which keeps a
+// function once, however many widgets hand it over. Qt calls it for an object with the name of the
+// object's class; if that gives null, with the name of the base class, and so on. So a widget of a
+// derived class gets an Interface too, unless another factory knows the derived class.
 template<class Widget, class Interface>
 QAccessibleInterface *createAccessible(const QString &className, QObject *object)
 {

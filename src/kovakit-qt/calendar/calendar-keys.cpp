@@ -2,6 +2,7 @@
 
 #include "date-typing_p.h"
 #include "house-calendar_p.h"
+#include "kovakit-qt/utils/keys_p.h"
 
 #include <QKeyEvent>
 #include <QMenu>
@@ -11,11 +12,6 @@
 #include <QToolButton>
 
 namespace {
-
-bool isReturn(const QKeyEvent *event)
-{
-    return event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter;
-}
 
 // The arrow buttons themselves leave out the state of having the focus.
 void paintWithFocus(const QToolButton *button)

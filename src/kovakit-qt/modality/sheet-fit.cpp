@@ -2,10 +2,9 @@
 
 #include "sheet-text-area_p.h"
 
+#include "kovakit-qt/utils/fit-height_p.h"
+
 #include <kovakit-qt/style/dpi-info.h>
-#include <kovakit-qt/widgets/kova-mask.h>
-#include <kovakit-qt/widgets/kova-sheet.h>
-#include <kovakit-qt/widgets/message-label.h>
 
 #include <QDialogButtonBox>
 #include <QKeyEvent>
@@ -50,10 +49,11 @@ void moveShown(QWidget *widget, Move move)
 
 } // namespace
 
-SheetFit::SheetFit(KovaSheet *sheet, QDialogButtonBox *buttons, Ways ways)
+SheetFit::SheetFit(QWidget *sheet, QDialogButtonBox *buttons, Ways ways)
     : m_sheet(sheet)
     , m_buttons(buttons)
     , m_ways(std::move(ways))
+    , m_margins(sheet->contentsMargins())
 {
     sheet->installEventFilter(this);
     watchParent();
@@ -77,14 +77,14 @@ void SheetFit::addButtons(QVBoxLayout *layout, int gap)
     layout->addWidget(m_buttons);
 }
 
-QVBoxLayout *SheetFit::newTextColumn(const QVector<MessageLabel *> &labels, int spacing)
+QVBoxLayout *SheetFit::newTextColumn(const QVector<QWidget *> &labels, int spacing)
 {
     m_labels = labels;
     m_spacing = spacing;
     m_column = new QVBoxLayout;
     m_column->setContentsMargins(0, 0, 0, 0);
     m_column->setSpacing(spacing);
-    for (MessageLabel *label : labels)
+    for (QWidget *label : labels)
         m_column->addWidget(label);
     return m_column;
 }
@@ -105,13 +105,10 @@ QSize SheetFit::room() const
     const QWidget *parent = m_sheet->parentWidget();
     if (!parent || m_sheet->isWindow())
         return {QWIDGETSIZE_MAX, QWIDGETSIZE_MAX};
-    QSize size = parent->window()->size();
     // A mask gets the size of its window a moment after it got its content.
-    if (qobject_cast<const KovaMask *>(parent) && parent->layout()) {
-        const QMargins margins = parent->layout()->contentsMargins();
-        size -= QSize(along(Qt::Horizontal, margins), along(Qt::Vertical, margins));
-    }
-    return size;
+    const QMargins margins = m_ways.marginsOfMask();
+    return parent->window()->size()
+         - QSize(along(Qt::Horizontal, margins), along(Qt::Vertical, margins));
 }
 
 int SheetFit::extent(QLayoutItem *item, Qt::Orientation direction, int column) const
@@ -170,7 +167,7 @@ int SheetFit::buttonExtent(Qt::Orientation direction) const
 int SheetFit::widestWord() const
 {
     int widest = 0;
-    for (const MessageLabel *label : m_labels)
+    for (const QWidget *label : m_labels)
         widest = qMax(widest, label->minimumSizeHint().width());
     return widest;
 }
@@ -178,7 +175,7 @@ int SheetFit::widestWord() const
 int SheetFit::textHeight(int width) const
 {
     int height = m_spacing * qMax(0, m_labels.size() - 1);
-    for (MessageLabel *label : m_labels) {
+    for (QWidget *label : m_labels) {
         // As long as its height is fixed it never asks for less.
         label->setMinimumHeight(0);
         height += qMax(0, label->heightForWidth(width));
@@ -240,7 +237,7 @@ void SheetFit::fitAgain()
 void SheetFit::fit()
 {
     const QSize room = this->room();
-    m_sheet->restoreShadowMargins();
+    restoreMargins();
     saveRoom(room);
 
     const int word = widestWord();
@@ -257,7 +254,26 @@ void SheetFit::fit()
         showTextsWhole();
     }
     m_isFree = !m_isStacked && !m_isCompact && !m_isScrolled && width == wanted;
-    m_sheet->fitToWidth(width);
+    setSheetWidth(width);
+}
+
+// A style that is applied to the sheet takes the margins away.
+void SheetFit::restoreMargins()
+{
+    m_sheet->ensurePolished();
+    m_sheet->setContentsMargins(m_margins);
+}
+
+void SheetFit::setSheetWidth(int width)
+{
+    m_sheet->setSizePolicy(QSizePolicy::Fixed, QSizePolicy::Maximum);
+    m_sheet->setFixedWidth(width);
+    // The labels get their heights now, or else the first frame shows the sheet too low.
+    m_sheet->layout()->activate();
+    for (QWidget *label : qAsConst(m_labels))
+        fitHeightToWidth(label);
+    m_sheet->updateGeometry();
+    m_sheet->adjustSize();
 }
 
 void SheetFit::saveRoom(const QSize &room)
@@ -320,7 +336,7 @@ void SheetFit::showTextsWhole()
         m_area->hide();
         if (m_column)
             m_column->removeWidget(m_area);
-        for (MessageLabel *label : qAsConst(m_labels)) {
+        for (QWidget *label : qAsConst(m_labels)) {
             moveShown(label, [&] {
                 label->setParent(m_sheet);
                 if (m_column)

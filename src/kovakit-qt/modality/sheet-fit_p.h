@@ -1,6 +1,7 @@
 #pragma once
 
 #include <QAbstractButton>
+#include <QMargins>
 #include <QObject>
 #include <QPointer>
 #include <QSize>
@@ -9,8 +10,6 @@
 
 #include <functional>
 
-class KovaSheet;
-class MessageLabel;
 class QDialogButtonBox;
 class SheetTextArea;
 
@@ -27,17 +26,21 @@ public:
     {
         // The width that the owner of the sheet lets it have, in device pixels.
         std::function<int()> preferredWidth;
+        // What the mask around the sheet keeps free along the edges of the window; nothing without
+        // a mask.
+        std::function<QMargins()> marginsOfMask;
         // Gives up margins and icon for the sake of texts and buttons, or takes them back.
         std::function<void(bool compact)> setCompact;
     };
 
-    SheetFit(KovaSheet *sheet, QDialogButtonBox *buttons, Ways ways);
+    // The contents margins that @p sheet has now are those that it keeps.
+    SheetFit(QWidget *sheet, QDialogButtonBox *buttons, Ways ways);
 
     // Has to be called before the layout of the sheet is deleted.
     void leaveLayout();
 
     // The column for the texts of a new layout of the sheet, which the layout has to take over.
-    [[nodiscard]] QVBoxLayout *newTextColumn(const QVector<MessageLabel *> &labels, int spacing);
+    [[nodiscard]] QVBoxLayout *newTextColumn(const QVector<QWidget *> &labels, int spacing);
 
     // Adds the buttons, if there are any, to the end of a new layout, @p gap below the rest of it.
     void addButtons(QVBoxLayout *layout, int gap);
@@ -68,6 +71,8 @@ private:
     void watchParent();
     void fitAgain();
     void fit();
+    void restoreMargins();
+    void setSheetWidth(int width);
     void saveRoom(const QSize &room);
     void setCompact(bool compact);
     void setButtonsTight(bool tight);
@@ -76,12 +81,13 @@ private:
     void showTextsScrolled(const QSize &column, int word);
     void keepFocus(const std::function<void()> &move);
 
-    KovaSheet *const m_sheet;
+    QWidget *const m_sheet;
     QDialogButtonBox *const m_buttons;
     const Ways m_ways;
+    const QMargins m_margins;
     QPointer<QWidget> m_owner;
     QPointer<QWidget> m_parent;
-    QVector<MessageLabel *> m_labels;
+    QVector<QWidget *> m_labels;
     int m_spacing = 0;
     QPointer<QVBoxLayout> m_column;
     SheetTextArea *m_area = nullptr;

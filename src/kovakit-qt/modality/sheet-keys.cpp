@@ -1,6 +1,6 @@
 #include "sheet-keys_p.h"
 
-#include <kovakit-qt/widgets/kova-sheet.h>
+#include "kovakit-qt/utils/keys_p.h"
 
 #include <QDialogButtonBox>
 #include <QKeyEvent>
@@ -8,7 +8,7 @@
 
 namespace {
 
-void pressFocusedButton(const KovaSheet *sheet, QAbstractButton *fallback)
+void pressFocusedButton(const QWidget *sheet, QAbstractButton *fallback)
 {
     auto *focused = qobject_cast<QAbstractButton *>(sheet->window()->focusWidget());
     if (focused && sheet->isAncestorOf(focused))
@@ -17,7 +17,7 @@ void pressFocusedButton(const KovaSheet *sheet, QAbstractButton *fallback)
         fallback->click();
 }
 
-void pressMnemonic(const KovaSheet *sheet, const QKeyEvent *event)
+void pressMnemonic(const QWidget *sheet, const QKeyEvent *event)
 {
     const QKeySequence pressed(event->key() | int(event->modifiers()));
     for (QAbstractButton *button : sheet->findChildren<QAbstractButton *>()) {
@@ -30,20 +30,14 @@ void pressMnemonic(const KovaSheet *sheet, const QKeyEvent *event)
 
 } // namespace
 
-void pressSheetKey(const KovaSheet *sheet, const QDialogButtonBox *box, const QKeyEvent *event)
+void pressSheetKey(const QWidget *sheet, const QDialogButtonBox *box, const QKeyEvent *event)
 {
-    switch (event->key()) {
-    case Qt::Key_Escape:
+    if (event->key() == Qt::Key_Escape) {
         if (QPushButton *second = box->button(QDialogButtonBox::Discard))
             second->click();
-        break;
-    case Qt::Key_Return:
-    case Qt::Key_Enter:
-    case Qt::Key_Space:
+    } else if (isReturn(event) || event->key() == Qt::Key_Space) {
         pressFocusedButton(sheet, box->button(QDialogButtonBox::Ok));
-        break;
-    default:
+    } else {
         pressMnemonic(sheet, event);
-        break;
     }
 }

@@ -1,7 +1,6 @@
 #include "sheet-modality_p.h"
 
 #include <kovakit-qt/utils/util.h>
-#include <kovakit-qt/widgets/kova-sheet.h>
 
 #include <algorithm>
 

@@ -4,8 +4,6 @@
 #include "sheet-keys_p.h"
 #include "window-use_p.h"
 
-#include <kovakit-qt/widgets/kova-sheet.h>
-
 #include <QAction>
 #include <QApplication>
 #include <QDialogButtonBox>
@@ -31,9 +29,9 @@ QVector<SheetModality *> activeModalities;
 
 } // namespace
 
-SheetModality::SheetModality(KovaSheet *sheet, std::function<void()> cancel)
+SheetModality::SheetModality(QWidget *sheet, Callbacks callbacks)
     : m_sheet(sheet)
-    , m_cancel(std::move(cancel))
+    , m_callbacks(std::move(callbacks))
 {
     m_unseenFor.setSingleShot(true);
     m_unseenFor.setInterval(unseenForGood);
@@ -86,7 +84,7 @@ int SheetModality::runLoop()
         m_runs.removeOne(run);
         // The loop was ended from outside, by the end of the application.
         if (m_active && m_runs.isEmpty())
-            m_cancel();
+            m_callbacks.cancel();
     }
     if (self && !m_active && m_execDepth == 0)
         unwatchAncestors();
@@ -116,14 +114,13 @@ void SheetModality::end(int result)
 void SheetModality::finish(int result)
 {
     const QPointer<SheetModality> self(this);
-    KovaSheet *const sheet = m_sheet;
     end(result);
     if (self)
-        sheet->hide();
+        m_sheet->hide();
     if (self && !m_active)
         inheritDisabled();
     if (self)
-        Q_EMIT sheet->finished(result);
+        m_callbacks.emitFinished(result);
 }
 
 SheetModality *SheetModality::topmostOf(const QWidget *window)
@@ -240,7 +237,7 @@ void SheetModality::leaveDyingAncestor(const QWidget *ancestor)
         m_focusBefore.clear();
     const QPointer<SheetModality> self(this);
     end(0);
-    if (self && m_execDepth > 0 && !m_sheet->isOnHeap())
+    if (self && m_execDepth > 0 && !m_callbacks.isOnHeap())
         m_sheet->setParent(nullptr);
 }
 
@@ -287,7 +284,7 @@ void SheetModality::noticeVisibility(const QObject *watched, QEvent::Type type)
 void SheetModality::cancelIfUnseen()
 {
     if (m_active && !m_sheet->isVisible())
-        m_cancel();
+        m_callbacks.cancel();
 }
 
 bool SheetModality::filterWindow(const QObject *watched, QEvent *event, bool blocked,

@@ -12,7 +12,6 @@
 #include <functional>
 #include <memory>
 
-class KovaSheet;
 class QDialogButtonBox;
 
 // The modal run of a sheet: while it is active, the window around the sheet cannot be used, the
@@ -26,8 +25,18 @@ class QDialogButtonBox;
 class SheetModality : public QObject
 {
 public:
-    // Ends the run with the code 0 through @p cancel when nobody else does.
-    SheetModality(KovaSheet *sheet, std::function<void()> cancel);
+    // What the run asks of a sheet, which it knows as no more than a widget.
+    struct Callbacks
+    {
+        // Ends the sheet with the code 0, as its quit() does.
+        std::function<void()> cancel;
+        // Lets the sheet emit finished(). The sheet may be gone afterwards.
+        std::function<void(int result)> emitFinished;
+        // Whether the sheet may be deleted by its parent, see KovaSheet::isOnHeap().
+        std::function<bool()> isOnHeap;
+    };
+
+    SheetModality(QWidget *sheet, Callbacks callbacks);
     ~SheetModality() override;
 
     // Shows the sheet and starts a run over the window that it is in, with the focus on @p first.
@@ -91,8 +100,8 @@ private:
     void cancelIfUnseen();
     bool filterUse(QObject *watched, QEvent *event) const;
 
-    KovaSheet *const m_sheet;
-    const std::function<void()> m_cancel;
+    QWidget *const m_sheet;
+    const Callbacks m_callbacks;
     bool m_active = false;
     QPointer<QWidget> m_window;
     QPointer<QWidget> m_focusBefore;

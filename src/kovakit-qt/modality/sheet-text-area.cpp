@@ -1,8 +1,9 @@
 #include "sheet-text-area_p.h"
 
+#include "kovakit-qt/utils/fit-height_p.h"
+
 #include <kovakit-qt/style/dpi-info.h>
 #include <kovakit-qt/style/style-manager.h>
-#include <kovakit-qt/widgets/message-label.h>
 
 #include <QKeyEvent>
 #include <QScrollBar>
@@ -27,11 +28,11 @@ SheetTextArea::SheetTextArea(QWidget *sheet)
     horizontalScrollBar()->setSingleStep(line);
 }
 
-void SheetTextArea::setLabels(const QVector<MessageLabel *> &labels, int spacing)
+void SheetTextArea::setLabels(const QVector<QWidget *> &labels, int spacing)
 {
     m_labels = labels;
     m_spacing = spacing;
-    for (MessageLabel *label : labels) {
+    for (QWidget *label : labels) {
         label->setParent(widget());
         label->installEventFilter(this);
         label->show();
@@ -42,7 +43,7 @@ void SheetTextArea::setLabels(const QVector<MessageLabel *> &labels, int spacing
 
 void SheetTextArea::clearLabels()
 {
-    for (MessageLabel *label : std::exchange(m_labels, {}))
+    for (QWidget *label : std::exchange(m_labels, {}))
         label->removeEventFilter(this);
 }
 
@@ -100,10 +101,10 @@ void SheetTextArea::placeLabels()
 {
     const int width = qMax(viewport()->width(), m_widestWord);
     int bottom = 0;
-    for (MessageLabel *label : qAsConst(m_labels)) {
+    for (QWidget *label : qAsConst(m_labels)) {
         const int top = bottom > 0 ? bottom + m_spacing : 0;
         label->resize(width, label->height());
-        label->fitHeight();
+        fitHeightToWidth(label);
         label->move(0, top);
         bottom = top + label->height();
     }

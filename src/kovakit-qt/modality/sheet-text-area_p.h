@@ -3,8 +3,6 @@
 #include <QScrollArea>
 #include <QVector>
 
-class MessageLabel;
-
 // Shows the texts of a sheet where they are higher than the room for them, or a word is wider.
 class SheetTextArea : public QScrollArea
 {
@@ -13,7 +11,7 @@ public:
     explicit SheetTextArea(QWidget *sheet);
 
     // Takes the labels over and shows them one below the other.
-    void setLabels(const QVector<MessageLabel *> &labels, int spacing);
+    void setLabels(const QVector<QWidget *> &labels, int spacing);
     // Leaves the labels to others.
     void clearLabels();
 
@@ -34,7 +32,7 @@ protected:
 private:
     void placeLabels();
 
-    QVector<MessageLabel *> m_labels;
+    QVector<QWidget *> m_labels;
     int m_spacing = 0;
     int m_widestWord = 0;
 };

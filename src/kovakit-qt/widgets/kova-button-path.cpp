@@ -2,6 +2,7 @@
 
 #include "kovakit-qt/accessibility/path-accessible_p.h"
 #include "kovakit-qt/utils/input-guards_p.h"
+#include "kovakit-qt/utils/keys_p.h"
 
 #include <kovakit-qt/image-manager/image-manager.h>
 #include <kovakit-qt/style/dpi-info.h>
@@ -30,12 +31,12 @@ QIcon arrowIcon(bool mirrored)
     return mirrored ? QPixmap::fromImage(arrow.toImage().mirrored(true, false)) : arrow;
 }
 
-bool isReturn(const QEvent *event)
+bool isFirstReturn(const QEvent *event)
 {
     if (event->type() != QEvent::KeyPress)
         return false;
     const auto *key = static_cast<const QKeyEvent *>(event);
-    return !key->isAutoRepeat() && (key->key() == Qt::Key_Return || key->key() == Qt::Key_Enter);
+    return isReturn(key) && !key->isAutoRepeat();
 }
 
 bool isFocusByKeyboard(const QEvent *event)
@@ -349,7 +350,7 @@ int KovaButtonPath::focusedColumn() const
 bool KovaButtonPath::eventFilter(QObject *watched, QEvent *event)
 {
     auto *button = qobject_cast<QAbstractButton *>(watched);
-    if (button && isReturn(event)) {
+    if (button && isFirstReturn(event)) {
         // Either may end with the button, or with the bar, deleted.
         if (button == m_changeFolderBtn)
             m_changeFolderBtn->showMenu();

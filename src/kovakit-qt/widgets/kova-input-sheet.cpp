@@ -1,11 +1,13 @@
 #include "kova-input-sheet.h"
 
-#include "kovakit-qt/accessibility/named-accessible_p.h"
+#include "sheet-callbacks_p.h"
+
 #include "kovakit-qt/modality/sheet-buttons_p.h"
 #include "kovakit-qt/modality/sheet-fit_p.h"
 #include "kovakit-qt/modality/sheet-modality_p.h"
 #include "kovakit-qt/style/placeholder-color_p.h"
 #include "kovakit-qt/utils/component-strings_p.h"
+#include "kovakit-qt/utils/markup_p.h"
 
 #include <kovakit-qt/style/dpi-info.h>
 #include <kovakit-qt/style/style-manager.h>
@@ -41,9 +43,9 @@ KovaInputSheetPrivate::KovaInputSheetPrivate(KovaInputSheet *sheet)
     , textLabel(new MessageLabel(sheet))
     , lineEdit(new QLineEdit(sheet))
     , buttonBox(newButtonBox(sheet))
-    , modality(sheet, [sheet] { sheet->quit(); })
+    , modality(sheet, modalityCallbacks(sheet))
     , fit(sheet, buttonBox,
-          {[this] { return kovaPx(getPreferredWidth()); },
+          {[this] { return kovaPx(getPreferredWidth()); }, [sheet] { return marginsOfMask(sheet); },
            [this](bool compact) { setCompact(compact); }})
 {
 }

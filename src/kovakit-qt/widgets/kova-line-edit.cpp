@@ -1,7 +1,7 @@
 #include "kova-line-edit.h"
 
-#include "kovakit-qt/accessibility/named-accessible_p.h"
 #include "kovakit-qt/style/placeholder-color_p.h"
+#include "kovakit-qt/utils/markup_p.h"
 
 #include <kovakit-qt/style/dpi-info.h>
 #include <kovakit-qt/style/style-manager.h>

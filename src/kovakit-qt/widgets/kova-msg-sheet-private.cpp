@@ -1,4 +1,6 @@
 #include "kova-msg-sheet_p.h"
+#include "sheet-callbacks_p.h"
+
 #include "kovakit-qt/modality/sheet-buttons_p.h"
 #include "kovakit-qt/utils/component-strings_p.h"
 
@@ -67,9 +69,9 @@ KovaMessageSheetPrivate::KovaMessageSheetPrivate(KovaMessageSheet *sheet)
     , textLabel(new MessageLabel(sheet))
     , iconLabel(new QLabel(sheet))
     , buttonBox(newButtonBox(sheet))
-    , modality(sheet, [sheet] { sheet->quit(); })
+    , modality(sheet, modalityCallbacks(sheet))
     , fit(sheet, buttonBox,
-          {[this] { return kovaPx(getPreferredWidth()); },
+          {[this] { return kovaPx(getPreferredWidth()); }, [sheet] { return marginsOfMask(sheet); },
            [this](bool compact) { setCompact(compact); }})
 {
 }
@@ -204,7 +206,7 @@ void KovaMessageSheetPrivate::setupLayout()
     row->setSpacing(kovaPx(20));
     iconLabel->setSizePolicy(QSizePolicy::Maximum, QSizePolicy::Maximum);
     row->addWidget(iconLabel, 0, Qt::AlignTop);
-    QVector<MessageLabel *> texts{textLabel};
+    QVector<QWidget *> texts{textLabel};
     if (informativeLabel)
         texts.append(informativeLabel);
     row->addLayout(fit.newTextColumn(texts, kovaPx(6)));

@@ -108,13 +108,7 @@ KovaSheet::KovaSheet(QWidget *parent)
     , shadowMargin(kovaPx(designShadowMargin))
     , m_onHeap(takeBlockAround(this))
 {
-    installSheetAccessibility();
-    setContentsMargins(shadowMargin, shadowMargin, shadowMargin, shadowMargin);
-}
-
-void KovaSheet::restoreShadowMargins()
-{
-    ensurePolished();
+    installSheetAccessibility<KovaSheet, MessageLabel>();
     setContentsMargins(shadowMargin, shadowMargin, shadowMargin, shadowMargin);
 }
 
@@ -127,22 +121,11 @@ void KovaSheet::setWidget(QWidget *widget)
     adjustSize();
 }
 
-void KovaSheet::fitToWidth(int width)
-{
-    restoreShadowMargins();
-    setSizePolicy(QSizePolicy::Fixed, QSizePolicy::Maximum);
-    setFixedWidth(width);
-    // The labels get their heights now, or else the first frame shows the sheet too low.
-    layout()->activate();
-    for (MessageLabel *label : findChildren<MessageLabel *>())
-        label->fitHeight();
-    updateGeometry();
-    adjustSize();
-}
-
 void KovaSheet::showEvent(QShowEvent *event)
 {
-    restoreShadowMargins();
+    // A style that is applied to the sheet takes the margins away.
+    ensurePolished();
+    setContentsMargins(shadowMargin, shadowMargin, shadowMargin, shadowMargin);
     QFrame::showEvent(event);
 }
 

@@ -8,7 +8,6 @@
 #include <new>
 
 class QPainter;
-class SheetFit;
 
 /**
  * The frame of every sheet: a white body with a drop shadow, painted from eight pictures.
@@ -79,23 +78,10 @@ protected:
     /** Paints the shadow and the body. */
     void paintEvent(QPaintEvent *event) override;
 
-    /**
-     * Fixes the width at @p width device pixels, shadow included, and makes the sheet as high as
-     * its layout, with the message labels in it, needs at that width.
-     *
-     * The sheet must have a layout.
-     */
-    void fitToWidth(int width);
-
     /** Paints the shadow band along the four sides; a picture that is missing leaves a gap. */
     void drawShadow(QPainter &painter);
 
 private:
-    friend class SheetFit;
-
-    // A style that is applied to the sheet takes the margins away.
-    void restoreShadowMargins();
-
     int shadowMargin;
     bool m_onHeap;
 };

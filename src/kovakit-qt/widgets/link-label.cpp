@@ -1,6 +1,8 @@
 #include "link-label.h"
 
 #include "kovakit-qt/accessibility/named-accessible_p.h"
+#include "kovakit-qt/utils/keys_p.h"
+#include "kovakit-qt/utils/markup_p.h"
 
 #include <QGuiApplication>
 #include <QKeyEvent>
@@ -75,16 +77,10 @@ void LinkLabel::mousePressEvent(QMouseEvent *event)
 
 void LinkLabel::keyPressEvent(QKeyEvent *event)
 {
-    switch (event->key()) {
-    case Qt::Key_Return:
-    case Qt::Key_Enter:
-    case Qt::Key_Space:
-        if (!event->isAutoRepeat())
-            Q_EMIT clicked();
-        return;
-    default:
+    if (!isReturn(event) && event->key() != Qt::Key_Space)
         QLabel::keyPressEvent(event);
-    }
+    else if (!event->isAutoRepeat())
+        Q_EMIT clicked();
 }
 
 void LinkLabel::enterEvent(QEvent *event)

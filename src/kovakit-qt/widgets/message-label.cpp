@@ -1,5 +1,7 @@
 #include "message-label.h"
 
+#include "kovakit-qt/utils/fit-height_p.h"
+
 MessageLabel::MessageLabel(QWidget *parent)
     : QLabel(parent)
 {
@@ -7,14 +9,7 @@ MessageLabel::MessageLabel(QWidget *parent)
 
 void MessageLabel::fitHeight()
 {
-    // A label never asks for less than its minimum.
-    const int minimum = minimumHeight();
-    setMinimumHeight(0);
-    const int height = heightForWidth(width());
-    if (height >= 0)
-        setFixedHeight(height);
-    else
-        setMinimumHeight(minimum);
+    fitHeightToWidth(this);
 }
 
 void MessageLabel::resizeEvent(QResizeEvent *)

@@ -1,13 +1,12 @@
 #include <kovakit-qt/kovakit-qt.h>
 
+#include "support/calendar.h"
 #include "support/test-host.h"
 #include "support/user-input.h"
 
-#include <QRandomGenerator>
 #include <QtTest>
-#include <QtWidgets>
 
-#include <functional>
+#include <numeric>
 
 class KovaCalanderViewTest : public QObject
 {
@@ -17,7 +16,7 @@ private Q_SLOTS:
     void initTestCase() { setUpHost(); }
     void init();
     void cleanup() { delete m_window; }
-    void showsTheTextsOfTheHost();
+    void speaksTheLanguageOfTheHost();
     void monthMenuTellsMonthsApart();
     void daysHaveMarks();
     void weekdaysStandOverTheirDays();
@@ -25,27 +24,24 @@ private Q_SLOTS:
     void turnsToMonthsThatExist();
     void localeChangesNothing();
     void tabWalksThroughTheParts();
-    void daysByKeyboard();
     void digitsMeanADate_data();
     void digitsMeanADate();
     void typingEnds();
     void returnChoosesWhatIsSeen();
     void monthAndYearByKeyboard();
-    void daysOutsideTheLimits();
-    void todayOutsideTheLimits();
-    void survivesAnyDates();
+    void limitsKeepDaysFromBeingChosen();
 
 private:
     void press(int key, Qt::KeyboardModifiers modifiers = {}) { ::press(m_window, key, modifiers); }
     template<class Part = QToolButton>
     Part *part(const QString &name) const
     {
-        return m_view->findChild<Part *>("qt_calendar_" + name);
+        return calendarPart<Part>(m_view, name);
     }
     QDate takeChosen() { return m_chosen.isEmpty() ? QDate() : m_chosen.takeFirst(); }
-    QDate page() const { return {m_calendar->yearShown(), m_calendar->monthShown(), 1}; }
-    QPoint cellOf(const QDate &date) const;
-    QImage pictureOf(const QDate &date) const;
+    QDate page() const { return calendarPage(m_view); }
+    QVector<int> inkIn(const QDate &date, const QColor &color, int difference) const;
+    int share(const QDate &date, const QColor &color) const;
     void type(const QString &text);
     QWidget *focused() const { return m_window->focusWidget(); }
 
@@ -62,10 +58,11 @@ void KovaCalanderViewTest::init()
     m_window = new QWidget;
     auto *layout = new QVBoxLayout(m_window);
     m_view = new KovaCalanderView(nullptr);
+    m_view->setStyleSheet(getStyleSheet("component.date_selector", false));
     m_view->setFixedSize(kovaPx(280), kovaPx(260));
     layout->addWidget(m_view);
     m_calendar = m_view->findChild<QCalendarWidget *>();
-    m_days = part<QTableView>("calendarview");
+    m_days = calendarDays(m_view);
     m_month = part("monthbutton");
     m_chosen.clear();
     connect(m_view, &KovaCalanderView::sigDateSelect, m_view,
@@ -75,30 +72,14 @@ void KovaCalanderViewTest::init()
     m_days->setFocus();
 }
 
-// The middle of the day's cell in the grid; weeks begin on Sunday.
-QPoint KovaCalanderViewTest::cellOf(const QDate &date) const
+void KovaCalanderViewTest::speaksTheLanguageOfTheHost()
 {
-    const int column = page().dayOfWeek() % 7;
-    // A month that begins on a Sunday leaves the first row to the month before it.
-    const int position = int(page().daysTo(date)) + (column ? column : 7);
-    return m_days->visualRect(m_days->model()->index(position / 7, position % 7)).center();
-}
-
-void KovaCalanderViewTest::showsTheTextsOfTheHost()
-{
-    const KovaCalanderView view(nullptr);
-    QCOMPARE(view.findChild<QToolButton *>("qt_calendar_monthbutton")->text(),
-             QLocale::c().monthName(QDate::currentDate().month()));
-    QStringList entries;
+    QStringList texts = {part<QPushButton>("today_button")->text(), spoken(m_view),
+                         spoken(part("prevmonth")), spoken(part("nextmonth"))};
     for (const QAction *action : m_month->menu()->actions())
-        entries.append(action->text());
-    QCOMPARE(entries.join(" "), "Jan Feb Mar Apr May Jun Jul Aug Sep Oct Nov Dec");
-    QCOMPARE(part<QPushButton>("today_button")->text(), "Today");
-    QCOMPARE(spoken(m_view), "Calendar");
-    QCOMPARE(spoken(part("prevmonth")), "Previous month");
-    QCOMPARE(spoken(part("nextmonth")), "Next month");
-    for (const Qt::DayOfWeek day : {Qt::Saturday, Qt::Sunday})
-        QCOMPARE(m_calendar->weekdayTextFormat(day).foreground().color(), QColor(Qt::black));
+        texts.append(action->text());
+    QCOMPARE(texts.join("|"), "Today|Calendar|Previous month|Next month|"
+                              "Jan|Feb|Mar|Apr|May|Jun|Jul|Aug|Sep|Oct|Nov|Dec");
 }
 
 void KovaCalanderViewTest::monthMenuTellsMonthsApart()
@@ -106,22 +87,21 @@ void KovaCalanderViewTest::monthMenuTellsMonthsApart()
     installThemeStrings("fra");
     KovaCalanderView view(nullptr);
     installThemeStrings("enu");
+    const auto *month = calendarPart(&view, "monthbutton");
+    QMenu *menu = month->menu();
+    const int today = QDate::currentDate().month();
+    QCOMPARE(month->text(), menu->actions().at(today - 1)->toolTip());
     view.setCurrentPage(2024, 1);
-    QMenu *menu = view.findChild<QToolButton *>("qt_calendar_monthbutton")->menu();
     QVERIFY(menu->toolTipsVisible());
     QAccessibleInterface *spokenMenu = QAccessible::queryAccessibleInterface(menu);
-    QStringList names;
-    for (int i = 5; i < 7; ++i) {
-        const QAction *action = menu->actions().at(i);
-        QCOMPARE(action->text(), "jui");
-        QAccessibleInterface *entry = spokenMenu->child(i);
-        QCOMPARE(entry->text(QAccessible::Name), action->toolTip());
+    for (const auto &[index, name] : {std::pair(5, "juin"), std::pair(6, "juillet")}) {
+        QCOMPARE(menu->actions().at(index)->text(), "jui");
+        QCOMPARE(menu->actions().at(index)->toolTip(), name);
+        QAccessibleInterface *entry = spokenMenu->child(index);
+        QCOMPARE(entry->text(QAccessible::Name), name);
         QCOMPARE(entry->role(), QAccessible::MenuItem);
-        QCOMPARE(entry->childCount(), 0);
-        QCOMPARE(spokenMenu->indexOfChild(entry), i);
-        names.append(action->toolTip());
+        QCOMPARE(spokenMenu->indexOfChild(entry), index);
     }
-    QCOMPARE(names, (QStringList{"juin", "juillet"}));
 
     menu->popup(QPoint(30, 30));
     menu->setActiveAction(menu->actions().at(6));
@@ -133,13 +113,30 @@ void KovaCalanderViewTest::monthMenuTellsMonthsApart()
     view.setMaximumDate(QDate(2024, 8, 1));
     QVERIFY(spokenMenu->child(8)->state().disabled);
     july->actionInterface()->doAction(QAccessibleActionInterface::pressAction());
-    QCOMPARE(view.findChild<QToolButton *>("qt_calendar_monthbutton")->text(), "juillet");
+    QCOMPARE(month->text(), "juillet");
 }
 
-QImage KovaCalanderViewTest::pictureOf(const QDate &date) const
+// How many pixels of about this color each row of the day's cell has.
+QVector<int> KovaCalanderViewTest::inkIn(const QDate &date, const QColor &color,
+                                         int difference) const
 {
-    const QRect cell = m_days->visualRect(m_days->indexAt(cellOf(date)));
-    return m_days->viewport()->grab(cell).toImage();
+    const QImage picture = m_days->viewport()->grab(calendarCell(m_view, date)).toImage();
+    QVector<int> rows(picture.height());
+    for (int i = 0; i < picture.width() * picture.height(); ++i) {
+        const QColor pixel = picture.pixelColor(i % picture.width(), i / picture.width());
+        const int distance = qAbs(pixel.red() - color.red()) + qAbs(pixel.green() - color.green())
+                           + qAbs(pixel.blue() - color.blue());
+        rows[i / picture.width()] += distance <= difference;
+    }
+    return rows;
+}
+
+// The share of the day's cell, in percent, that has exactly this color.
+int KovaCalanderViewTest::share(const QDate &date, const QColor &color) const
+{
+    const QVector<int> rows = inkIn(date, color, 0);
+    const QSize cell = calendarCell(m_view, date).size();
+    return 100 * std::accumulate(rows.begin(), rows.end(), 0) / (cell.width() * cell.height());
 }
 
 void KovaCalanderViewTest::daysHaveMarks()
@@ -148,22 +145,11 @@ void KovaCalanderViewTest::daysHaveMarks()
     const QDate first(today.year(), today.month(), 1);
     const QDate other = today == first ? first.addDays(1) : first;
     const QDate walkedTo = first.addDays(20) == today ? first.addDays(21) : first.addDays(20);
-    m_view->setStyleSheet(getStyleSheet("component.date_selector", false));
     m_view->setTodayColor(Qt::magenta);
     m_view->setOtherMonthColor(Qt::green);
     m_view->setSelectedDate(other);
     m_calendar->setSelectedDate(walkedTo);
     const QPalette colors = m_days->palette();
-    // The share of the cell, in percent, that has exactly this color.
-    const auto share = [this](const QDate &date, const QColor &color) {
-        const QImage picture = pictureOf(date);
-        int count = 0;
-        for (int y = 0; y < picture.height(); ++y) {
-            for (int x = 0; x < picture.width(); ++x)
-                count += picture.pixelColor(x, y) == color;
-        }
-        return 100 * count / (picture.width() * picture.height());
-    };
     const QColor fill = colors.color(QPalette::Highlight);
     QVERIFY(share(other, fill) > 50);
     QVERIFY(share(walkedTo, fill) > 8 && share(walkedTo, fill) < 30);
@@ -171,36 +157,24 @@ void KovaCalanderViewTest::daysHaveMarks()
     QCOMPARE(share(today, fill), 0);
 
     // The pointer tints a day that can be chosen, and leaves no tint behind.
-    const QColor tint = colors.color(QPalette::AlternateBase);
     const QDate pointed = walkedTo.addDays(walkedTo.addDays(1) == today ? 2 : 1);
-    const auto pointAt = [this](const QDate &date) {
-        const QPoint place = m_days->viewport()->mapTo(m_window, cellOf(date));
+    const auto tintWithPointerAt = [&](const QPoint &place) {
         QTest::mouseMove(m_window->windowHandle(), place);
+        return share(pointed, colors.color(QPalette::AlternateBase));
     };
-    pointAt(pointed);
-    QVERIFY(share(pointed, tint) > 50);
-    pointAt(other);
-    QCOMPARE(share(pointed, tint), 0);
-    pointAt(pointed);
-    QTest::mouseMove(m_window->windowHandle(), QPoint(1, 1));
-    QCOMPARE(share(pointed, tint), 0);
+    const auto placeOf = [this](const QDate &date) {
+        return m_days->viewport()->mapTo(m_window, calendarCell(m_view, date).center());
+    };
+    for (const QPoint &beside : {placeOf(other), QPoint(1, 1)}) {
+        QVERIFY(tintWithPointerAt(placeOf(pointed)) > 50);
+        QCOMPARE(tintWithPointerAt(beside), 0);
+    }
 
-    // Other months, and days out of reach, have an ink of their own. The most pixels of it that a
-    // row of the cell has tell a number from the line through it.
-    const auto inked = [&](const QDate &date, const QColor &color) {
-        const QImage picture = pictureOf(date);
-        int most = 0;
-        for (int y = 0; y < picture.height(); ++y) {
-            int count = 0;
-            for (int x = 0; x < picture.width(); ++x) {
-                const QColor pixel = picture.pixelColor(x, y);
-                count += qAbs(pixel.red() - color.red()) + qAbs(pixel.green() - color.green())
-                           + qAbs(pixel.blue() - color.blue())
-                       < 190;
-            }
-            most = qMax(most, count);
-        }
-        return most;
+    // Other months, and days out of reach, have an ink of their own. The fullest row of the cell
+    // tells a number from the line through it.
+    const auto inked = [this](const QDate &date, const QColor &color) {
+        const QVector<int> rows = inkIn(date, color, 190);
+        return *std::max_element(rows.begin(), rows.end());
     };
     m_view->setSelectedDate(QDate(2024, 3, 13));
     QVERIFY(inked(QDate(2024, 4, 6), Qt::green) > 0);
@@ -215,8 +189,9 @@ void KovaCalanderViewTest::daysHaveMarks()
 void KovaCalanderViewTest::weekdaysStandOverTheirDays()
 {
     const auto *row = part<QTableWidget>("weekdayview");
-    QCOMPARE(row->styleSheet(), getStyleSheet("component.table", false));
-    QCOMPARE(row->horizontalHeader()->styleSheet(), getStyleSheet("component.table_header", false));
+    QCOMPARE(row->styleSheet() + row->horizontalHeader()->styleSheet(),
+             getStyleSheet("component.table", false)
+                 + getStyleSheet("component.table_header", false));
     QFont large = m_view->font();
     large.setPointSizeF(large.pointSizeF() * 1.3);
     for (const QFont &font : {m_view->font(), large}) {
@@ -229,7 +204,6 @@ void KovaCalanderViewTest::weekdaysStandOverTheirDays()
         for (int column = 0; column < 7; ++column) {
             letters += row->item(0, column)->text();
             QCOMPARE(row->columnViewportPosition(column), m_days->columnViewportPosition(column));
-            QCOMPARE(row->columnWidth(column), m_days->columnWidth(column));
         }
         QCOMPARE(letters, "SMTWTFS");
         QCOMPARE(row->mapTo(m_calendar, row->rect().bottomLeft()) + QPoint(0, 1),
@@ -242,24 +216,18 @@ void KovaCalanderViewTest::weekdaysStandOverTheirDays()
 
 void KovaCalanderViewTest::monthNamesFitInEveryLanguage()
 {
-    const QStringList languages = QDir(themeFolder() + "/strings").entryList({"*.json"});
-    QCOMPARE(languages.size(), 20);
-    for (const QString &language : languages) {
-        installThemeStrings(language.section('.', 0, 0));
-        KovaCalanderView view(nullptr);
-        view.setStyleSheet(getStyleSheet("component.date_selector", false));
-        view.setFixedSize(kovaPx(280), kovaPx(260));
-        view.show();
-        const auto *bar = view.findChild<QWidget *>("qt_calendar_navigationbar");
-        const auto *button = view.findChild<QToolButton *>("qt_calendar_monthbutton");
-        const auto *next = view.findChild<QToolButton *>("qt_calendar_nextmonth");
-        const int width = button->width();
+    for (const QString &file : QDir(themeFolder() + "/strings").entryList({"*.json"})) {
+        installThemeStrings(file.section('.', 0, 0));
+        cleanup();
+        init();
+        const int width = m_month->width();
         for (int month = 1; month <= 12; ++month) {
-            view.setCurrentPage(2024, month);
+            m_view->setCurrentPage(2024, month);
             QCoreApplication::sendPostedEvents();
-            QCOMPARE(button->width(), width);
-            QVERIFY2(width >= button->sizeHint().width(), qPrintable(button->text()));
-            QVERIFY2(bar->rect().contains(next->geometry()), qPrintable(button->text()));
+            QCOMPARE(m_month->width(), width);
+            QVERIFY2(width >= m_month->sizeHint().width(), qPrintable(m_month->text()));
+            QVERIFY2(part<QWidget>("navigationbar")->rect().contains(part("nextmonth")->geometry()),
+                     qPrintable(m_month->text()));
         }
     }
     installThemeStrings("enu");
@@ -274,10 +242,17 @@ void KovaCalanderViewTest::turnsToMonthsThatExist()
     QCOMPARE(pageAfter(2031, 2), QDate(2031, 2, 1));
     QCOMPARE(m_month->text(), "February");
     QCOMPARE(m_calendar->selectedDate(), QDate(2024, 3, 13));
-    QCOMPARE(pageAfter(2024, 0), QDate(2031, 2, 1));
     QCOMPARE(pageAfter(2024, 13), QDate(2031, 2, 1));
+    m_view->setMinimumDate(QDate(-600, 5, 1));
+    QCOMPARE(pageAfter(-600, 5), QDate(1, 1, 1));
+    m_view->setMaximumDate(QDate(12000, 5, 1));
     QCOMPARE(pageAfter(12000, 5), QDate(9999, 12, 1));
-    m_view->setMaximumDate(QDate(2025, 6, 3));
+    // An invalid date changes no limit.
+    for (const QDate &date : {QDate(2020, 2, 9), QDate()})
+        m_view->setMinimumDate(date);
+    QCOMPARE(pageAfter(1999, 1), QDate(2020, 2, 1));
+    for (const QDate &date : {QDate(2025, 6, 3), QDate()})
+        m_view->setMaximumDate(date);
     QCOMPARE(pageAfter(2030, 1), QDate(2025, 6, 1));
 }
 
@@ -287,15 +262,17 @@ void KovaCalanderViewTest::localeChangesNothing()
     QCOMPARE(m_calendar->firstDayOfWeek(), Qt::Sunday);
     QCOMPARE(m_month->text(), "March");
     QCOMPARE(m_month->menu()->actions().at(4)->text(), "May");
-    // The direction of writing turns the arrows around.
-    const auto icon = [this](const char *name) { return part(name)->icon().pixmap(100).toImage(); };
-    const QImage backward = icon("prevmonth");
-    QCOMPARE(backward, getGlobalImage("bt_pagebar_backend", ImageManager::Default).toImage());
-    const QImage forward = icon("nextmonth");
-    QVERIFY(forward != backward);
-    m_window->setLayoutDirection(Qt::RightToLeft);
-    QCOMPARE(icon("prevmonth"), forward);
-    QCOMPARE(icon("nextmonth"), backward);
+    // Only the direction of writing turns the arrows around.
+    QStringList images = {"bt_pagebar_backend", "bt_pagebar_nextend"};
+    for (const auto direction : {Qt::LeftToRight, Qt::RightToLeft}) {
+        m_window->setLayoutDirection(direction);
+        for (const char *button : {"prevmonth", "nextmonth"}) {
+            QCOMPARE(part(button)->icon().pixmap(100).toImage(),
+                     getGlobalImage(images.first(), ImageManager::Default).toImage());
+            images.append(images.takeFirst());
+        }
+        images.append(images.takeFirst());
+    }
 }
 
 void KovaCalanderViewTest::tabWalksThroughTheParts()
@@ -307,7 +284,6 @@ void KovaCalanderViewTest::tabWalksThroughTheParts()
                                     part("yearbutton"),
                                     m_days,
                                     part<QPushButton>("today_button")};
-    m_view->setStyleSheet(getStyleSheet("component.date_selector", false));
     m_view->setFocus();
     for (int i = 1; i <= 2 * chain.size(); ++i) {
         press(Qt::Key_Tab);
@@ -324,25 +300,6 @@ void KovaCalanderViewTest::tabWalksThroughTheParts()
     }
 }
 
-void KovaCalanderViewTest::daysByKeyboard()
-{
-    // The keys that walk choose nothing.
-    for (int key : {Qt::Key_Home, Qt::Key_Up, Qt::Key_End})
-        press(key);
-    QCOMPARE(m_calendar->selectedDate(), QDate(2024, 2, 29));
-    QCOMPARE(m_month->text(), "February");
-    QVERIFY(m_chosen.isEmpty());
-    press(Qt::Key_Return);
-    QCOMPARE(takeChosen(), QDate(2024, 2, 29));
-    press(Qt::Key_Right);
-    press(Qt::Key_Space);
-    QCOMPARE(takeChosen(), QDate(2024, 3, 1));
-    for (int key : {Qt::Key_1, Qt::Key_7, Qt::Key_Enter})
-        press(key);
-    QCOMPARE(takeChosen(), QDate(2024, 3, 17));
-    QVERIFY(m_chosen.isEmpty());
-}
-
 void KovaCalanderViewTest::digitsMeanADate_data()
 {
     QTest::addColumn<QString>("locale");
@@ -354,15 +311,12 @@ void KovaCalanderViewTest::digitsMeanADate_data()
         QTest::addRow("%s %s", locale, qPrintable(typed)) << locale << typed << date << shown;
     };
     row("de", "5", QDate(2024, 3, 5), "<b>05</b>.03.2024");
-    row("de", "05", QDate(2024, 3, 5), "<b>05</b>.03.2024");
     row("en_US", "05", QDate(2024, 3, 5), "03/<b>05</b>/2024");
-    row("ja", "05", QDate(2024, 3, 5), "2024/03/<b>05</b>");
     row("de", "07042031", QDate(2031, 4, 7), "<b>07</b>.<b>04</b>.<b>2031</b>");
     row("en_US", "07042031", QDate(2031, 7, 4), "<b>07</b>/<b>04</b>/<b>2031</b>");
     row("ja", "20310407", QDate(2031, 4, 7), "<b>2031</b>/<b>04</b>/<b>07</b>");
     row("C", "07042031", QDate(2031, 4, 7), "<b>07</b> <b>04</b> <b>2031</b>");
-    row("es", "0704", QDate(2024, 4, 7), "<b>07</b>/<b>04</b>/2024");
-    row("en_US", "0704", QDate(2024, 7, 4), "<b>07</b>/<b>04</b>/2024");
+    row("de", "0704", QDate(2024, 4, 7), "<b>07</b>.<b>04</b>.2024");
     row("ja", "0704", QDate(2024, 7, 4), "2024/<b>07</b>/<b>04</b>");
     // A year of two digits is near the one that is shown.
     row("de", "070473", QDate(2073, 4, 7), "<b>07</b>.<b>04</b>.<b>2073</b>");
@@ -426,19 +380,21 @@ void KovaCalanderViewTest::typingEnds()
     type("5\b");
     QVERIFY(!isTyping());
 
-    type("5");
-    press(Qt::Key_Escape);
-    QCOMPARE(m_calendar->selectedDate(), QDate(2024, 3, 13));
-    type("0504");
-    press(Qt::Key_PageDown);
-    QCOMPARE(m_calendar->selectedDate(), QDate(2024, 5, 5));
-    type("0703");
-    press(Qt::Key_Home);
-    QCOMPARE(m_calendar->selectedDate(), QDate(2024, 3, 1));
-    type("8");
-    press(Qt::Key_Tab);
-    QVERIFY(!isTyping());
-    QCOMPARE(m_calendar->selectedDate(), QDate(2024, 3, 8));
+    const struct
+    {
+        QString typed;
+        int endedBy;
+        QDate selected;
+    } cases[] = {{"5", Qt::Key_Escape, {2024, 3, 13}},
+                 {"0504", Qt::Key_PageDown, {2024, 5, 5}},
+                 {"0703", Qt::Key_Home, {2024, 3, 1}},
+                 {"8", Qt::Key_Tab, {2024, 3, 8}}};
+    for (const auto &each : cases) {
+        type(each.typed);
+        press(each.endedBy);
+        QVERIFY2(!isTyping(), qPrintable(each.typed));
+        QCOMPARE(m_calendar->selectedDate(), each.selected);
+    }
     m_days->setFocus();
     m_calendar->setDateEditAcceptDelay(1);
     type("9");
@@ -454,7 +410,7 @@ void KovaCalanderViewTest::typingEnds()
     QVERIFY(m_chosen.isEmpty());
 
     type("5");
-    click(m_days->viewport(), cellOf(QDate(2024, 4, 17)));
+    click(m_days->viewport(), calendarCell(m_view, QDate(2024, 4, 17)).center());
     QCOMPARE(takeChosen(), QDate(2024, 4, 17));
     QVERIFY(!isTyping());
     type("5");
@@ -465,22 +421,30 @@ void KovaCalanderViewTest::typingEnds()
 
 void KovaCalanderViewTest::returnChoosesWhatIsSeen()
 {
+    // The keys that walk choose nothing.
+    for (int key : {Qt::Key_Home, Qt::Key_Up, Qt::Key_End})
+        press(key);
+    QCOMPARE(m_month->text(), "February");
+    QVERIFY(m_chosen.isEmpty());
+    press(Qt::Key_Return);
+    QCOMPARE(takeChosen(), QDate(2024, 2, 29));
+    press(Qt::Key_Right);
+    press(Qt::Key_Space);
+    QCOMPARE(takeChosen(), QDate(2024, 3, 1));
+
     part("nextmonth")->setFocus();
     press(Qt::Key_Space);
     press(Qt::Key_Return);
     QCOMPARE(m_month->text(), "May");
     QVERIFY(m_chosen.isEmpty());
     m_days->setFocus();
-    press(Qt::Key_Return);
-    QCOMPARE(takeChosen(), QDate(2024, 5, 13));
-
-    // The same for a day at each edge of a page, by the number that stands in its cell.
+    // A day at each edge of a page, by the number that stands in its cell.
     for (int month = 1; month <= 12; ++month) {
         for (int day : {1, 8, 15, 22, QDate(2023, month, 1).daysInMonth()}) {
             m_view->setSelectedDate(QDate(2023, month, day));
             m_view->setSelectedDate(QDate(2020, 1, day));
             m_view->setCurrentPage(2023, month);
-            press(Qt::Key_Return);
+            press(Qt::Key_Enter);
             QCOMPARE(takeChosen(), QDate(2023, month, day));
         }
     }
@@ -500,34 +464,34 @@ void KovaCalanderViewTest::monthAndYearByKeyboard()
         ::press(m_month->menu(), Qt::Key_Return);
     });
     press(Qt::Key_Return);
-    QCOMPARE(m_month->text(), "January");
-    QCOMPARE(m_calendar->monthShown(), 1);
+    QCOMPARE(page(), QDate(2024, 1, 1));
 
-    const auto type = [this](std::initializer_list<int> keys) {
+    const auto yearAfter = [this](std::initializer_list<int> keys) {
         part("yearbutton")->setFocus();
         press(Qt::Key_Return);
         for (int key : keys)
             press(key);
         return part("yearbutton")->text();
     };
-    QCOMPARE(type({Qt::Key_2, Qt::Key_0, Qt::Key_3, Qt::Key_1, Qt::Key_Return}), "2031");
+    QCOMPARE(yearAfter({Qt::Key_2, Qt::Key_0, Qt::Key_3, Qt::Key_1, Qt::Key_Return}), "2031");
     QCOMPARE(focused(), m_days);
-    QCOMPARE(type({Qt::Key_Up, Qt::Key_Tab}), "2032");
+    QCOMPARE(yearAfter({Qt::Key_Up, Qt::Key_Tab}), "2032");
     QCOMPARE(focused(), m_days);
-    QCOMPARE(type({Qt::Key_9, Qt::Key_Escape}), "2032");
+    QCOMPARE(yearAfter({Qt::Key_9, Qt::Key_Escape}), "2032");
     QVERIFY(m_chosen.isEmpty());
     press(Qt::Key_Return);
     QCOMPARE(takeChosen(), QDate(2032, 1, 13));
 }
 
-void KovaCalanderViewTest::daysOutsideTheLimits()
+void KovaCalanderViewTest::limitsKeepDaysFromBeingChosen()
 {
     m_view->setMinimumDate(QDate(2024, 3, 8));
     m_view->setMaximumDate(QDate(2024, 3, 20));
     for (const QDate &date : {QDate(2024, 2, 28), QDate(2024, 3, 7), QDate(2024, 3, 21)}) {
-        click(m_days->viewport(), cellOf(date));
+        click(m_days->viewport(), calendarCell(m_view, date).center());
         m_view->setSelectedDate(date);
     }
+    m_view->selectToday();
     QVERIFY(m_chosen.isEmpty());
     QCOMPARE(m_calendar->selectedDate(), QDate(2024, 3, 13));
     press(Qt::Key_PageDown);
@@ -540,48 +504,12 @@ void KovaCalanderViewTest::daysOutsideTheLimits()
     press(Qt::Key_Return);
     press(Qt::Key_Space);
     QVERIFY(m_chosen.isEmpty());
-    press(Qt::Key_Left);
-    press(Qt::Key_Return);
-    QCOMPARE(takeChosen(), QDate(2024, 4, 10));
-}
 
-void KovaCalanderViewTest::todayOutsideTheLimits()
-{
     const auto *today = part<QPushButton>("today_button");
-    m_view->setMaximumDate(QDate::currentDate().addDays(-1));
     QVERIFY(!today->isEnabled());
-    m_view->selectToday();
-    QVERIFY(m_chosen.isEmpty());
     m_view->setMaximumDate(QDate::currentDate());
     click(today);
     QCOMPARE(takeChosen(), QDate::currentDate());
-}
-
-void KovaCalanderViewTest::survivesAnyDates()
-{
-    QRandomGenerator random(7);
-    const std::function<void(const QDate &)> steps[] = {
-        [this](const QDate &date) { m_view->setMinimumDate(date); },
-        [this](const QDate &date) { m_view->setMaximumDate(date); },
-        [this](const QDate &date) { m_view->setSelectedDate(date); },
-        [&](const QDate &date) { m_view->setCurrentPage(date.year(), int(random.bounded(15))); },
-        [this](const QDate &) { part("prevmonth")->click(); },
-        [this](const QDate &) { part("nextmonth")->click(); },
-        [this](const QDate &) { press(Qt::Key_PageDown); },
-        [this](const QDate &) { press(Qt::Key_Return); }};
-    for (int i = 0; i < 500; ++i) {
-        QDate date;
-        if (random.bounded(8) > 0)
-            date.setDate(int(random.bounded(-6000, 14000)), 1 + int(random.bounded(12)), 28);
-        steps[random.bounded(int(std::size(steps)))](date);
-        QVERIFY(page().isValid() && page().year() >= 1 && page().year() <= 9999);
-        QCOMPARE(part("yearbutton")->text(), QString::number(page().year()));
-        QCOMPARE(m_month->text(), QLocale::c().monthName(page().month()));
-        QVERIFY(m_calendar->minimumDate() <= m_calendar->maximumDate());
-        QVERIFY(m_days->currentIndex().isValid());
-    }
-    for (const QDate &date : qAsConst(m_chosen))
-        QVERIFY(date.isValid());
 }
 
 QTEST_MAIN(KovaCalanderViewTest)

@@ -7,11 +7,14 @@
 
 namespace {
 
+constexpr QLatin1String unit("px");
+
 // An int has ten digits at most; more of them before the point are out of its range.
 constexpr int maxIntegerDigits = 10;
 // Digits that can still influence how a decimal number rounds to a double.
 constexpr int maxFractionDigits = 800;
 
+// How far behind the start of one match the search for the next one begins.
 constexpr int resumeDistance = 3;
 
 // A number directly before a "px": digits, or digits, a point and perhaps more digits.
@@ -131,65 +134,108 @@ int nextUnit(const QString &text, int from)
     return -1;
 }
 
-} // namespace
-
-QString scalePixelLengths(const QString &text, double scale)
+struct Piece
 {
-    const QLatin1String unit("px");
+    int start;
+    int length;
+};
 
-    // The text between two ordinary matches is appended before the next match of the stepping
-    // search. That search has more matches than there are such pieces as soon as one number is
-    // long, so pieces are kept in step by their index and run out early.
-    struct Piece
-    {
-        int start;
-        int length;
-    };
+// A text cut at its lengths: what stands before each of them and, as the last piece, after them.
+struct CutText
+{
     QVector<Piece> pieces;
     QVector<Length> lengths;
+};
+
+CutText cutAtLengths(const QString &text)
+{
+    CutText cut;
     int pieceStart = 0;
     for (int at = nextUnit(text, 0); at >= 0; at = nextUnit(text, at + unit.size())) {
         const Length length = lengthBefore(text, at, pieceStart);
         if (length.start == length.end)
             continue;
-        pieces.append({pieceStart, length.start - pieceStart});
-        lengths.append(length);
+        cut.pieces.append({pieceStart, length.start - pieceStart});
+        cut.lengths.append(length);
         pieceStart = at + unit.size();
     }
-    if (lengths.isEmpty())
-        return text;
-    pieces.append({pieceStart, text.size() - pieceStart});
+    cut.pieces.append({pieceStart, text.size() - pieceStart});
+    return cut;
+}
 
-    QString result;
-    // Few lengths get more than one digit longer, and every widget keeps its text.
-    result.reserve(text.size() + lengths.size());
-    int piece = 0;
-    const auto appendPiece = [&] {
-        if (piece < pieces.size())
-            result.append(text.constData() + pieces.at(piece).start, pieces.at(piece).length);
-        ++piece;
-    };
-    for (const Length &length : qAsConst(lengths)) {
-        const int plain = plainValue(text, length);
-        if (plain >= 0) {
-            appendPiece();
-            appendNumber(result, int(plain * scale));
-            result.append(unit);
-            continue;
-        }
-        SuffixValue value(text, length);
-        int from = length.start;
-        while (from < length.end) {
-            appendPiece();
-            appendNumber(result, value.scaled(from, scale));
-            result.append(unit);
-            from += resumeDistance;
-            // A match begins with a digit.
-            if (from == length.point)
-                ++from;
-        }
+// Puts the text together again. Each value takes the next piece with it, whichever length the value
+// is from: after a length with several values the pieces stand too early, and they run out.
+class Assembly
+{
+public:
+    Assembly(const QString &text, const CutText &cut)
+        : m_text(text)
+        , m_pieces(cut.pieces)
+    {
+        // Few lengths get more than one digit longer, and every widget keeps its text.
+        m_result.reserve(text.size() + cut.lengths.size());
     }
-    appendPiece();
+
+    void append(int value)
+    {
+        appendPiece();
+        appendNumber(m_result, value);
+        m_result.append(unit);
+    }
+
+    QString finished()
+    {
+        appendPiece();
+        return m_result;
+    }
+
+private:
+    void appendPiece()
+    {
+        if (m_next == m_pieces.size())
+            return;
+        const Piece &piece = m_pieces.at(m_next++);
+        m_result.append(m_text.constData() + piece.start, piece.length);
+    }
+
+    const QString &m_text;
+    const QVector<Piece> m_pieces;
+    int m_next = 0;
+    QString m_result;
+};
+
+// Appends the value of each suffix that the stepping search finds: of "1234px" those of "1234px"
+// and of "4px".
+void appendSuffixes(Assembly &assembly, const QString &text, const Length &length, double scale)
+{
+    SuffixValue value(text, length);
+    int from = length.start;
+    while (from < length.end) {
+        assembly.append(value.scaled(from, scale));
+        from += resumeDistance;
+        // A match begins with a digit.
+        if (from == length.point)
+            ++from;
+    }
+}
+
+} // namespace
+
+QString scalePixelLengths(const QString &text, double scale)
+{
+    const CutText cut = cutAtLengths(text);
+    if (cut.lengths.isEmpty())
+        return text;
+
+    Assembly assembly(text, cut);
+    for (const Length &length : cut.lengths) {
+        const int plain = plainValue(text, length);
+        if (plain >= 0)
+            assembly.append(int(plain * scale));
+        else
+            appendSuffixes(assembly, text, length, scale);
+    }
+    const QString result = assembly.finished();
     // At scale 1 the widgets of one kind share one text.
     return result == text ? text : result;
 }

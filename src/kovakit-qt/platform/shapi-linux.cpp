@@ -17,10 +17,17 @@
 
 namespace {
 
-// The Motif hints as the window managers of this platform have always been told them: words of 64
-// bits here, of which the first twenty bytes travel as five items of 32. The items that a record
-// puts on the wire are therefore the two halves of its first two words and the low half of its
-// third, and what is read into a record is written back unchanged.
+// The Motif hints of a window. The property holds five items of 32 bits, this record five words of
+// 64: xcb_change_property() sends the first twenty bytes of the record as they lie in memory. What
+// the record calls functions thus arrives as decorations on a little-endian machine:
+//
+//   in the record   flags 1        functions 6        decorations 0
+//   on the wire     flags 1        functions 0        decorations 6    input mode 0    status 0
+//
+// Flags of 1 tell the window manager to obey the item functions alone, and functions of 0 forbid
+// closing with all the rest. The record stays as wide as it is because window managers have always
+// been sent these items; and readHints() fills it byte by byte from the property, so that the items
+// of another client are written back as they were.
 struct MotifHints
 {
     std::uint64_t flags = 0;
@@ -31,7 +38,8 @@ struct MotifHints
 };
 
 constexpr std::uint32_t wireItems = 5;
-constexpr std::uint32_t wireUnits = 20;
+// What xcb_get_property() may return at most, in units of four bytes; more than a record takes.
+constexpr std::uint32_t readUnits = 20;
 constexpr std::uint8_t wireFormat = 32;
 
 struct FreeDeleter
@@ -55,7 +63,7 @@ Display *openDisplay()
 
 MotifHints readHints(xcb_connection_t *connection, xcb_window_t window, xcb_atom_t atom)
 {
-    const auto cookie = xcb_get_property_unchecked(connection, 0, window, atom, atom, 0, wireUnits);
+    const auto cookie = xcb_get_property_unchecked(connection, 0, window, atom, atom, 0, readUnits);
     const std::unique_ptr<xcb_get_property_reply_t, FreeDeleter> reply(
         xcb_get_property_reply(connection, cookie, nullptr));
 

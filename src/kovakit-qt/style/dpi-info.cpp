@@ -35,6 +35,16 @@ DPIinfo *DPIinfo::getInstance()
     return &instance;
 }
 
+double DPIinfo::getDPI() const
+{
+    return m_scale;
+}
+
+double DPIinfo::getDPR() const
+{
+    return m_devicePixelRatio;
+}
+
 QString DPIinfo::getScaledStyleSheet(QString text) const
 {
     return scalePixelLengths(text, m_scale);

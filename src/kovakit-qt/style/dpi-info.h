@@ -22,10 +22,10 @@ public:
      *
      * A factor in spite of the name: 1.0 at 96 dpi, 1.25 at 120, 1.5 at 144, 2.0 at 192.
      */
-    [[nodiscard]] double getDPI() const { return m_scale; }
+    [[nodiscard]] double getDPI() const;
 
     /** Device pixels per logical pixel of the desktop, a whole number. */
-    [[nodiscard]] double getDPR() const { return m_devicePixelRatio; }
+    [[nodiscard]] double getDPR() const;
 
     /**
      * @p text with every pixel length in it ("12px", "1.5px") multiplied by getDPI() and cut to a

@@ -24,6 +24,11 @@ QString ComponentStrings::getString(const QString &key) const
     return key;
 }
 
+bool ComponentStrings::hasString(const QString &key) const
+{
+    return m_strings.contains(key);
+}
+
 QString componentString(const char *key)
 {
     return ComponentStrings::getInstance()->getString(QString::fromLatin1(key));

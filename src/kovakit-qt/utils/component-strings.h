@@ -33,7 +33,7 @@ public:
     [[nodiscard]] QString getString(const QString &key) const;
 
     /** Whether a text is installed for @p key. For words that a host may do without. */
-    [[nodiscard]] bool hasString(const QString &key) const { return m_strings.contains(key); }
+    [[nodiscard]] bool hasString(const QString &key) const;
 
 private:
     ComponentStrings() = default;

@@ -49,104 +49,136 @@ bool isFocusByKeyboard(const QEvent *event)
 
 } // namespace
 
+class Q_DECL_HIDDEN KovaButtonPath::Private
+{
+public:
+    explicit Private(KovaButtonPath *path)
+        : q(path)
+        , changeFolderBtn(new QToolButton)
+    {
+    }
+
+    void setUpTable();
+    void setUpChangeFolderBtn();
+    void replaceMenu();
+    void placeChangeFolderBtn();
+    QPushButton *addButton(const QString &style);
+    void addNameButton(const QString &folder, const QString &style, int width);
+    void addArrow(const QIcon &icon, const QString &style);
+    void addMenuEntry(int column);
+    void fillRow();
+    void showName(int column);
+    [[nodiscard]] int coveredWidth() const;
+    [[nodiscard]] int focusedColumn() const;
+
+    KovaButtonPath *const q;
+    QList<QPushButton *> buttons;
+    QToolButton *const changeFolderBtn;
+    std::unique_ptr<QMenu> menu;
+    bool inMenu = false;
+    int visibleWidth = 0;
+};
+
 KovaButtonPath::KovaButtonPath(QWidget *parent)
     : QTableWidget(parent)
-    , m_changeFolderBtn(new QToolButton)
+    , d(std::make_unique<Private>(this))
 {
     installPathAccessibility(this);
-    setUpTable();
-    setUpChangeFolderBtn();
+    d->setUpTable();
+    d->setUpChangeFolderBtn();
     setStyleSheet(getStyleSheet("component.button_path", false));
 }
 
 KovaButtonPath::~KovaButtonPath()
 {
     // A menu is not done with the action that it triggers until the action's slots are.
-    if (m_inMenu)
-        m_menu.release()->deleteLater();
+    if (d->inMenu)
+        d->menu.release()->deleteLater();
+    // The end of a menu sends events to the bar and its buttons, whose handlers read d.
+    d->menu.reset();
 }
 
-void KovaButtonPath::setUpTable()
+void KovaButtonPath::Private::setUpTable()
 {
-    insertRow(0);
-    horizontalHeader()->hide();
-    verticalHeader()->hide();
-    setShowGrid(false);
-    setSelectionMode(NoSelection);
-    setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
-    setHorizontalScrollMode(ScrollPerPixel);
-    setFocusPolicy(Qt::NoFocus);
-    setFixedHeight(kovaPx(28));
+    q->insertRow(0);
+    q->horizontalHeader()->hide();
+    q->verticalHeader()->hide();
+    q->setShowGrid(false);
+    q->setSelectionMode(NoSelection);
+    q->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
+    q->setHorizontalScrollMode(ScrollPerPixel);
+    q->setFocusPolicy(Qt::NoFocus);
+    q->setFixedHeight(kovaPx(28));
 
     // Arrows are narrower than a header would let them be.
-    horizontalHeader()->setMinimumSectionSize(1);
-    setEditTriggers(NoEditTriggers);
+    q->horizontalHeader()->setMinimumSectionSize(1);
+    q->setEditTriggers(NoEditTriggers);
     // A table would take the Tab of its buttons for a walk through its cells, and scroll under the
     // pointer at a press.
-    setTabKeyNavigation(false);
-    setAutoScroll(false);
+    q->setTabKeyNavigation(false);
+    q->setAutoScroll(false);
 }
 
-void KovaButtonPath::setUpChangeFolderBtn()
+void KovaButtonPath::Private::setUpChangeFolderBtn()
 {
     replaceMenu();
-    m_changeFolderBtn->setIcon(getGlobalImage("folder", ImageManager::Default));
-    m_changeFolderBtn->setIconSize(QSize(20, 20));
-    m_changeFolderBtn->setPopupMode(QToolButton::InstantPopup);
-    m_changeFolderBtn->hide();
-    m_changeFolderBtn->setParent(this);
-    m_changeFolderBtn->setStyleSheet(
-        getStyleSheet("component.button_path_change_folder_btn", false));
-    m_changeFolderBtn->setFixedSize(kovaPx(26), kovaPx(26));
+    changeFolderBtn->setIcon(getGlobalImage("folder", ImageManager::Default));
+    changeFolderBtn->setIconSize(QSize(20, 20));
+    changeFolderBtn->setPopupMode(QToolButton::InstantPopup);
+    changeFolderBtn->hide();
+    changeFolderBtn->setParent(q);
+    changeFolderBtn->setStyleSheet(getStyleSheet("component.button_path_change_folder_btn", false));
+    changeFolderBtn->setFixedSize(kovaPx(26), kovaPx(26));
     placeChangeFolderBtn();
-    m_changeFolderBtn->installEventFilter(this);
+    changeFolderBtn->installEventFilter(q);
 }
 
-void KovaButtonPath::placeChangeFolderBtn()
+void KovaButtonPath::Private::placeChangeFolderBtn()
 {
-    const int x = isRightToLeft() ? width() - kovaPx(1) - kovaPx(26) : kovaPx(1);
-    m_changeFolderBtn->move(x, kovaPx(1));
+    const int x = q->isRightToLeft() ? q->width() - kovaPx(1) - kovaPx(26) : kovaPx(1);
+    changeFolderBtn->move(x, kovaPx(1));
 }
 
 // How much of the row's visible beginning the button of the menu covers.
-int KovaButtonPath::coveredWidth() const
+int KovaButtonPath::Private::coveredWidth() const
 {
-    if (m_changeFolderBtn->isHidden())
+    if (changeFolderBtn->isHidden())
         return 0;
-    const QRect button = m_changeFolderBtn->geometry();
-    const QRect row = viewport()->geometry();
-    return isRightToLeft() ? row.right() + 1 - button.left() : button.right() + 1 - row.left();
+    const QRect button = changeFolderBtn->geometry();
+    const QRect row = q->viewport()->geometry();
+    return q->isRightToLeft() ? row.right() + 1 - button.left() : button.right() + 1 - row.left();
 }
 
 // A menu that has been open may be at work still, or have clicks on their way: it ends as it is
 // when the program is back, while a new one takes its place.
-void KovaButtonPath::replaceMenu()
+void KovaButtonPath::Private::replaceMenu()
 {
-    if (m_menu) {
-        m_menu->close();
-        m_menu.release()->deleteLater();
+    if (menu) {
+        menu->close();
+        menu.release()->deleteLater();
     }
-    m_menu = std::make_unique<QMenu>();
-    m_menu->setStyleSheet(getStyleSheet("component.menu", false));
-    dropLateClicks(m_menu.get());
-    m_changeFolderBtn->setMenu(m_menu.get());
+    menu = std::make_unique<QMenu>();
+    menu->setStyleSheet(getStyleSheet("component.menu", false));
+    dropLateClicks(menu.get());
+    changeFolderBtn->setMenu(menu.get());
 }
 
 void KovaButtonPath::refresh(QString path)
 {
-    m_visibleWidth = horizontalScrollBar()->pageStep();
-    const int focused = focusedColumn();
-    // Qt asks the X server for the pointer at each widget that is shown in one that is on show.
-    const bool onShow = viewport()->isVisible();
-    if (onShow)
+    d->visibleWidth = horizontalScrollBar()->pageStep();
+    const int focused = d->focusedColumn();
+    // For each widget that is shown inside a visible one QWidget asks the X server where the
+    // pointer is. In a hidden viewport the buttons are shown without these round trips.
+    const bool wasVisible = viewport()->isVisible();
+    if (wasVisible)
         viewport()->hide();
-    if (m_menu->windowHandle())
-        replaceMenu();
+    if (d->menu->windowHandle())
+        d->replaceMenu();
     else
-        m_menu->clear();
-    m_changeFolderBtn->hide();
-    while (!m_buttons.isEmpty())
-        delete m_buttons.takeFirst();
+        d->menu->clear();
+    d->changeFolderBtn->hide();
+    while (!d->buttons.isEmpty())
+        delete d->buttons.takeFirst();
     clear();
     setColumnCount(0);
 
@@ -157,44 +189,44 @@ void KovaButtonPath::refresh(QString path)
     // The font of a button as it is made, before the bar hands on its own.
     const QFontMetrics metrics = QPushButton().fontMetrics();
     for (const QString &folder : folders) {
-        if (!m_buttons.isEmpty())
-            addArrow(arrow, arrowStyle);
-        addNameButton(folder, nameStyle, kovaPx(metrics.horizontalAdvance(folder) + 16));
+        if (!d->buttons.isEmpty())
+            d->addArrow(arrow, arrowStyle);
+        d->addNameButton(folder, nameStyle, kovaPx(metrics.horizontalAdvance(folder) + 16));
     }
-    fillRow();
-    if (onShow)
+    d->fillRow();
+    if (wasVisible)
         viewport()->show();
-    const int column = qMin(focused, m_buttons.size() - 1);
+    const int column = qMin(focused, d->buttons.size() - 1);
     if (column >= 0)
-        m_buttons.at(column)->setFocus();
+        d->buttons.at(column)->setFocus();
     updateColumnSize();
     if (column >= 0)
-        showName(column);
+        d->showName(column);
 }
 
-QPushButton *KovaButtonPath::makeButton(const QString &style)
+QPushButton *KovaButtonPath::Private::addButton(const QString &style)
 {
-    auto *button = new QPushButton(viewport());
+    auto *button = new QPushButton(q->viewport());
     button->setFlat(true);
     button->setStyleSheet(style);
     // In a dialog, Return in some field must not end in a folder.
     button->setAutoDefault(false);
-    m_buttons.append(button);
+    buttons.append(button);
     return button;
 }
 
-void KovaButtonPath::addNameButton(const QString &folder, const QString &style, int width)
+void KovaButtonPath::Private::addNameButton(const QString &folder, const QString &style, int width)
 {
-    const int column = m_buttons.size();
-    QPushButton *button = makeButton(style);
+    const int column = buttons.size();
+    QPushButton *button = addButton(style);
     button->setText(QString(folder).replace(QLatin1Char('&'), QLatin1String("&&")));
     button->setFixedSize(width, kovaPx(26));
-    connect(button, &QPushButton::clicked, this, [this, column] { slotPathBarClicked(column); });
+    connect(button, &QPushButton::clicked, q, [q = q, column] { q->slotPathBarClicked(column); });
 }
 
-void KovaButtonPath::addArrow(const QIcon &icon, const QString &style)
+void KovaButtonPath::Private::addArrow(const QIcon &icon, const QString &style)
 {
-    QPushButton *button = makeButton(style);
+    QPushButton *button = addButton(style);
     button->setIcon(icon);
     button->setFixedSize(kovaPx(6), kovaPx(28));
     button->setFocusPolicy(Qt::NoFocus);
@@ -203,24 +235,24 @@ void KovaButtonPath::addArrow(const QIcon &icon, const QString &style)
 // A table lays out all of its cell widgets for every column that it gets, and Qt looks at all of
 // their siblings when one of them moves while it is visible. So the columns come first, and each
 // button is where it belongs before it is shown.
-void KovaButtonPath::fillRow()
+void KovaButtonPath::Private::fillRow()
 {
-    setColumnCount(m_buttons.size());
-    for (int column = 0; column < m_buttons.size(); ++column)
-        setColumnWidth(column, m_buttons.at(column)->width());
+    q->setColumnCount(buttons.size());
+    for (int column = 0; column < buttons.size(); ++column)
+        q->setColumnWidth(column, buttons.at(column)->width());
 
-    QWidget *previous = m_changeFolderBtn;
-    for (int column = 0; column < m_buttons.size(); ++column) {
-        QPushButton *button = m_buttons.at(column);
-        button->move(columnViewportPosition(column), 0);
-        setCellWidget(0, column, button);
+    QWidget *previous = changeFolderBtn;
+    for (int column = 0; column < buttons.size(); ++column) {
+        QPushButton *button = buttons.at(column);
+        button->move(q->columnViewportPosition(column), 0);
+        q->setCellWidget(0, column, button);
         if (isArrow(column))
             continue;
         setTabOrder(previous, button);
         previous = button;
     }
     // Until then the scroll bar has the range of the row before.
-    executeDelayedItemsLayout();
+    q->executeDelayedItemsLayout();
 }
 
 void KovaButtonPath::updateColumnSize()
@@ -231,15 +263,15 @@ void KovaButtonPath::updateColumnSize()
             setColumnWidth(column, kovaPx(6));
         total += columnWidth(column);
     }
-    if (total > m_visibleWidth)
+    if (total > d->visibleWidth)
         setChangeFolderBtn(total);
 }
 
 void KovaButtonPath::setChangeFolderBtn(int totalWidth)
 {
-    m_changeFolderBtn->show();
+    d->changeFolderBtn->show();
     updateGeometries();
-    const int overflow = totalWidth - m_visibleWidth;
+    const int overflow = totalWidth - d->visibleWidth;
     int offset = 0;
     int hiddenUpTo = -1;
     for (int column = 0; column < columnCount(); ++column) {
@@ -251,41 +283,41 @@ void KovaButtonPath::setChangeFolderBtn(int totalWidth)
         const bool reachesIntoView = overflow < offset + width;
         if (offset >= overflow && !reachesIntoView)
             continue;
-        addMenuEntry(column);
+        d->addMenuEntry(column);
         hiddenUpTo = column;
         if (reachesIntoView)
             break;
         offset += width;
     }
     const QString hidden = getPath(hiddenUpTo);
-    m_changeFolderBtn->setAccessibleName(hidden);
-    m_changeFolderBtn->setToolTip(getHtmlEscapedStringForToolTip(hidden));
+    d->changeFolderBtn->setAccessibleName(hidden);
+    d->changeFolderBtn->setToolTip(getHtmlEscapedStringForToolTip(hidden));
     // In place of the markup of the tooltip.
-    m_changeFolderBtn->setAccessibleDescription(hidden);
+    d->changeFolderBtn->setAccessibleDescription(hidden);
 
     horizontalScrollBar()->setValue(horizontalScrollBar()->maximum());
 }
 
-void KovaButtonPath::addMenuEntry(int column)
+void KovaButtonPath::Private::addMenuEntry(int column)
 {
-    auto *action = new QAction(m_buttons.at(column)->text(), m_menu.get());
-    m_menu->addAction(action);
-    connect(action, &QAction::triggered, this, [this, column] {
-        m_inMenu = true;
-        const QPointer<KovaButtonPath> guard(this);
-        slotPathBarClicked(column);
+    auto *action = new QAction(buttons.at(column)->text(), menu.get());
+    menu->addAction(action);
+    connect(action, &QAction::triggered, q, [this, column] {
+        inMenu = true;
+        const QPointer<KovaButtonPath> guard(q);
+        q->slotPathBarClicked(column);
         if (guard)
-            m_inMenu = false;
+            inMenu = false;
     });
 }
 
 // Scrolls the name into view, beside the button of the menu; of a name too wide for that, the
 // beginning.
-void KovaButtonPath::showName(int column)
+void KovaButtonPath::Private::showName(int column)
 {
-    QScrollBar *bar = horizontalScrollBar();
-    const int begin = horizontalHeader()->sectionPosition(column);
-    const int least = begin + columnWidth(column) - viewport()->width();
+    QScrollBar *bar = q->horizontalScrollBar();
+    const int begin = q->horizontalHeader()->sectionPosition(column);
+    const int least = begin + q->columnWidth(column) - q->viewport()->width();
     bar->setValue(qMin(qMax(bar->value(), least), begin - coveredWidth()));
 }
 
@@ -294,7 +326,7 @@ void KovaButtonPath::updateGeometries()
     QScrollBar *bar = horizontalScrollBar();
     const int value = bar->value();
     QTableWidget::updateGeometries();
-    bar->setMinimum(-coveredWidth());
+    bar->setMinimum(-d->coveredWidth());
     if (value < 0)
         bar->setValue(value);
 }
@@ -302,7 +334,7 @@ void KovaButtonPath::updateGeometries()
 void KovaButtonPath::resizeEvent(QResizeEvent *event)
 {
     QTableWidget::resizeEvent(event);
-    placeChangeFolderBtn();
+    d->placeChangeFolderBtn();
 }
 
 void KovaButtonPath::changeEvent(QEvent *event)
@@ -310,20 +342,20 @@ void KovaButtonPath::changeEvent(QEvent *event)
     QTableWidget::changeEvent(event);
     if (event->type() != QEvent::LayoutDirectionChange)
         return;
-    placeChangeFolderBtn();
+    d->placeChangeFolderBtn();
     const QIcon arrow = arrowIcon(isRightToLeft());
-    for (int column = 1; column < m_buttons.size(); column += 2)
-        m_buttons.at(column)->setIcon(arrow);
+    for (int column = 1; column < d->buttons.size(); column += 2)
+        d->buttons.at(column)->setIcon(arrow);
 }
 
 QString KovaButtonPath::getPath(int column) const
 {
     QString path;
-    for (int i = 0; i <= qMin(column, m_buttons.size() - 1); ++i) {
+    for (int i = 0; i <= qMin(column, d->buttons.size() - 1); ++i) {
         if (isArrow(i))
             path += QLatin1Char('/');
         else
-            path += m_buttons.at(i)->text().replace(QLatin1String("&&"), QLatin1String("&"));
+            path += d->buttons.at(i)->text().replace(QLatin1String("&&"), QLatin1String("&"));
     }
     return path;
 }
@@ -339,12 +371,12 @@ void KovaButtonPath::slotPathBarClicked(int btn_id)
 }
 
 // The column of the button with the focus, one past the row for the menu's, -1 for none.
-int KovaButtonPath::focusedColumn() const
+int KovaButtonPath::Private::focusedColumn() const
 {
-    QWidget *widget = window()->focusWidget();
-    if (widget == m_changeFolderBtn)
-        return m_buttons.size();
-    return m_buttons.indexOf(qobject_cast<QPushButton *>(widget));
+    QWidget *widget = q->window()->focusWidget();
+    if (widget == changeFolderBtn)
+        return buttons.size();
+    return buttons.indexOf(qobject_cast<QPushButton *>(widget));
 }
 
 bool KovaButtonPath::eventFilter(QObject *watched, QEvent *event)
@@ -352,16 +384,16 @@ bool KovaButtonPath::eventFilter(QObject *watched, QEvent *event)
     auto *button = qobject_cast<QAbstractButton *>(watched);
     if (button && isFirstReturn(event)) {
         // Either may end with the button, or with the bar, deleted.
-        if (button == m_changeFolderBtn)
-            m_changeFolderBtn->showMenu();
+        if (button == d->changeFolderBtn)
+            d->changeFolderBtn->showMenu();
         else
             button->click();
         return true;
     }
     if (button && isFocusByKeyboard(event)) {
-        const int column = m_buttons.indexOf(qobject_cast<QPushButton *>(watched));
+        const int column = d->buttons.indexOf(qobject_cast<QPushButton *>(watched));
         if (column >= 0)
-            showName(column);
+            d->showName(column);
     }
     return QTableWidget::eventFilter(watched, event);
 }

@@ -2,14 +2,9 @@
 
 #include <kovakit-qt/kovakit-export.h>
 
-#include <QList>
 #include <QTableWidget>
 
 #include <memory>
-
-class QMenu;
-class QPushButton;
-class QToolButton;
 
 /**
  * A one-line bar with a button for each folder of a path.
@@ -83,22 +78,6 @@ protected:
     void changeEvent(QEvent *event) override;
 
 private:
-    void setUpTable();
-    void setUpChangeFolderBtn();
-    void replaceMenu();
-    void placeChangeFolderBtn();
-    QPushButton *makeButton(const QString &style);
-    void addNameButton(const QString &folder, const QString &style, int width);
-    void addArrow(const QIcon &icon, const QString &style);
-    void addMenuEntry(int column);
-    void fillRow();
-    void showName(int column);
-    [[nodiscard]] int coveredWidth() const;
-    [[nodiscard]] int focusedColumn() const;
-
-    QList<QPushButton *> m_buttons;
-    QToolButton *m_changeFolderBtn;
-    std::unique_ptr<QMenu> m_menu;
-    bool m_inMenu = false;
-    int m_visibleWidth = 0;
+    class Private;
+    std::unique_ptr<Private> const d;
 };

@@ -73,6 +73,12 @@ bool HouseCalendar::isOnDays(const QPoint &globalPosition) const
     return viewport->rect().contains(viewport->mapFromGlobal(globalPosition));
 }
 
+void HouseCalendar::focusDays(Qt::FocusReason reason)
+{
+    if (m_grid)
+        m_grid->setFocus(reason);
+}
+
 void HouseCalendar::setChosenDay(const QDate &date)
 {
     m_chosen = date;

@@ -15,6 +15,8 @@ class QTableView;
 // was moved to.
 class HouseCalendar : public QCalendarWidget
 {
+    Q_OBJECT
+
 public:
     explicit HouseCalendar(QWidget *parent);
 
@@ -28,6 +30,9 @@ public:
     [[nodiscard]] bool isInRange(const QDate &date) const;
 
     [[nodiscard]] bool isTypingYear() const;
+
+    // Gives the days the keyboard focus, which the calendar itself never takes.
+    void focusDays(Qt::FocusReason reason);
 
     // The day that is shown as chosen; an invalid date if none is.
     void setChosenDay(const QDate &date);

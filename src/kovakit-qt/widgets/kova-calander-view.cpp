@@ -20,6 +20,7 @@
 #include <QToolButton>
 #include <QVBoxLayout>
 
+#include <initializer_list>
 #include <utility>
 
 namespace {
@@ -29,68 +30,103 @@ constexpr int lastYear = 9999;
 
 } // namespace
 
+class Q_DECL_HIDDEN KovaCalanderView::Private
+{
+public:
+    explicit Private(KovaCalanderView *view)
+        : q(view)
+        , calendar(new HouseCalendar(view))
+        , todayButton(new KovaButton(componentString("today"), KovaButton::Cancel))
+    {
+    }
+
+    void handleNavigationBar();
+    void handleMonthMenu();
+    void handleWeekdayHeader();
+    void handleTabOrder();
+
+    void choose(const QDate &date);
+    void releaseOverDays(QEvent *event);
+    void fitMonthButton();
+    void updateTodayButton();
+    [[nodiscard]] QToolButton *navigationButton(const char *name) const;
+    [[nodiscard]] QTableView *days() const;
+    [[nodiscard]] QWidget *yearEdit() const;
+
+    KovaCalanderView *const q;
+    HouseCalendar *const calendar;
+    KovaButton *const todayButton;
+    QStringList monthNames;
+    bool isReleasing = false;
+    QDate clickedDate;
+};
+
 KovaCalanderView::KovaCalanderView(QWidget *parent)
     : QAbstractItemView(parent)
-    , m_calendar(new HouseCalendar(this))
-    , m_todayButton(new KovaButton(componentString("today"), KovaButton::Cancel))
+    , d(std::make_unique<Private>(this))
 {
-    m_todayButton->setFixedHeight(kovaPx(24));
-    m_todayButton->setObjectName(QStringLiteral("qt_calendar_today_button"));
-    m_calendar->setFirstDayOfWeek(Qt::Sunday);
-    m_calendar->setDateRange(QDate(firstYear, 1, 1), QDate(lastYear, 12, 31));
+    d->todayButton->setFixedHeight(kovaPx(24));
+    d->todayButton->setObjectName(QStringLiteral("qt_calendar_today_button"));
+    d->calendar->setFirstDayOfWeek(Qt::Sunday);
+    d->calendar->setDateRange(QDate(firstYear, 1, 1), QDate(lastYear, 12, 31));
 
     auto *box = new QVBoxLayout(this);
-    box->addWidget(m_calendar);
-    box->addWidget(m_todayButton, 0, Qt::AlignHCenter);
+    box->addWidget(d->calendar);
+    box->addWidget(d->todayButton, 0, Qt::AlignHCenter);
     setSelectionMode(NoSelection);
-    m_calendar->setHorizontalHeaderFormat(QCalendarWidget::NoHorizontalHeader);
-    m_calendar->setVerticalHeaderFormat(QCalendarWidget::NoVerticalHeader);
+    d->calendar->setHorizontalHeaderFormat(QCalendarWidget::NoHorizontalHeader);
+    d->calendar->setVerticalHeaderFormat(QCalendarWidget::NoVerticalHeader);
 
-    QTextCharFormat weekend = m_calendar->weekdayTextFormat(Qt::Saturday);
+    QTextCharFormat weekend = d->calendar->weekdayTextFormat(Qt::Saturday);
     weekend.setForeground(QBrush(Qt::black));
-    m_calendar->setWeekdayTextFormat(Qt::Saturday, weekend);
-    m_calendar->setWeekdayTextFormat(Qt::Sunday, weekend);
+    d->calendar->setWeekdayTextFormat(Qt::Saturday, weekend);
+    d->calendar->setWeekdayTextFormat(Qt::Sunday, weekend);
     setAccessibleName(componentString("accessible_calendar"));
 
-    handleNavigationBar();
-    handleWeekdayHeader();
-    handleTabOrder();
+    d->handleNavigationBar();
+    d->handleWeekdayHeader();
+    d->handleTabOrder();
 
-    if (days())
-        dropLateClicks(days()->viewport());
-    auto *keys = new CalendarKeys(m_calendar);
-    keys->addButton(m_todayButton);
-    for (QWidget *part : {static_cast<QWidget *>(navigationButton("qt_calendar_yearbutton")),
-                          yearEdit(), static_cast<QWidget *>(days()), m_todayButton}) {
+    if (d->days())
+        dropLateClicks(d->days()->viewport());
+    auto *keys = new CalendarKeys(d->calendar);
+    keys->addButton(d->todayButton);
+    for (QWidget *part :
+         std::initializer_list<QWidget *>{d->navigationButton("qt_calendar_yearbutton"),
+                                          d->yearEdit(), d->days(), d->todayButton}) {
         if (part)
             part->installEventFilter(this);
     }
-    if (QTableView *grid = days())
+    if (QTableView *grid = d->days())
         grid->viewport()->installEventFilter(this);
 
-    connect(m_calendar, &QCalendarWidget::activated, this, &KovaCalanderView::choose);
-    connect(m_calendar, &QCalendarWidget::clicked, this, &KovaCalanderView::choose);
-    connect(static_cast<KovaButton *>(m_todayButton), &QPushButton::clicked, this,
-            &KovaCalanderView::selectToday);
-    connect(m_calendar, &QCalendarWidget::currentPageChanged, this, &KovaCalanderView::pageChanged);
+    connect(d->calendar, &QCalendarWidget::activated, this,
+            [this](const QDate &date) { d->choose(date); });
+    connect(d->calendar, &QCalendarWidget::clicked, this,
+            [this](const QDate &date) { d->choose(date); });
+    connect(d->todayButton, &QPushButton::clicked, this, &KovaCalanderView::selectToday);
+    connect(d->calendar, &QCalendarWidget::currentPageChanged, this,
+            &KovaCalanderView::pageChanged);
 }
 
-QToolButton *KovaCalanderView::navigationButton(const char *name) const
+KovaCalanderView::~KovaCalanderView() = default;
+
+QToolButton *KovaCalanderView::Private::navigationButton(const char *name) const
 {
-    return m_calendar->findChild<QToolButton *>(QLatin1String(name));
+    return calendar->findChild<QToolButton *>(QLatin1String(name));
 }
 
-QTableView *KovaCalanderView::days() const
+QTableView *KovaCalanderView::Private::days() const
 {
-    return m_calendar->findChild<QTableView *>(QStringLiteral("qt_calendar_calendarview"));
+    return calendar->findChild<QTableView *>(QStringLiteral("qt_calendar_calendarview"));
 }
 
-QWidget *KovaCalanderView::yearEdit() const
+QWidget *KovaCalanderView::Private::yearEdit() const
 {
-    return m_calendar->findChild<QWidget *>(QStringLiteral("qt_calendar_yearedit"));
+    return calendar->findChild<QWidget *>(QStringLiteral("qt_calendar_yearedit"));
 }
 
-void KovaCalanderView::handleNavigationBar()
+void KovaCalanderView::Private::handleNavigationBar()
 {
     for (const char *name : {"qt_calendar_prevmonth", "qt_calendar_nextmonth",
                              "qt_calendar_monthbutton", "qt_calendar_yearbutton"}) {
@@ -107,7 +143,7 @@ void KovaCalanderView::handleNavigationBar()
     name("qt_calendar_nextmonth", "accessible_calendar_next_month");
     if (QWidget *edit = yearEdit())
         edit->setAttribute(Qt::WA_MacShowFocusRect, false);
-    if (auto *bar = m_calendar->findChild<QWidget *>(QStringLiteral("qt_calendar_navigationbar"))) {
+    if (auto *bar = calendar->findChild<QWidget *>(QStringLiteral("qt_calendar_navigationbar"))) {
         bar->setAutoFillBackground(false);
         // Without the bar's background the buttons' text has to be seen on the calendar's.
         QPalette colors = bar->palette();
@@ -121,68 +157,68 @@ void KovaCalanderView::handleNavigationBar()
     handleMonthMenu();
 }
 
-void KovaCalanderView::handleMonthMenu()
+void KovaCalanderView::Private::handleMonthMenu()
 {
     for (const char *key :
          {"month_jan", "month_feb", "month_mar", "month_apr", "month_may", "month_jun", "month_jul",
           "month_aug", "month_sep", "month_oct", "month_nov", "month_dec"}) {
-        m_monthNames.append(componentString(key));
+        monthNames.append(componentString(key));
     }
     const QToolButton *button = navigationButton("qt_calendar_monthbutton");
     if (!button || !button->menu())
         return;
     button->menu()->setToolTipsVisible(true);
     for (QAction *action : button->menu()->actions()) {
-        const QString name = m_monthNames.value(action->data().toInt() - 1);
+        const QString name = monthNames.value(action->data().toInt() - 1);
         action->setText(name.left(3));
         setFullName(action, name);
     }
     dropLateClicks(button->menu());
     // The calendar copies the short name from the menu, even if the page stays.
-    connect(button->menu(), &QMenu::triggered, this,
-            [this] { pageChanged(m_calendar->yearShown(), m_calendar->monthShown()); });
+    connect(button->menu(), &QMenu::triggered, q,
+            [this] { q->pageChanged(calendar->yearShown(), calendar->monthShown()); });
     const QDate today = QDate::currentDate();
-    pageChanged(today.year(), today.month());
+    q->pageChanged(today.year(), today.month());
 }
 
 void KovaCalanderView::pageChanged(int, int month)
 {
-    if (QToolButton *button = navigationButton("qt_calendar_monthbutton"))
-        button->setText(m_monthNames.value(month - 1));
+    if (QToolButton *button = d->navigationButton("qt_calendar_monthbutton"))
+        button->setText(d->monthNames.value(month - 1));
 }
 
 void KovaCalanderView::slotMonthTriggered(QAction *action)
 {
     if (action)
-        pageChanged(m_calendar->yearShown(), action->data().toInt());
+        pageChanged(d->calendar->yearShown(), action->data().toInt());
 }
 
-void KovaCalanderView::handleWeekdayHeader()
+void KovaCalanderView::Private::handleWeekdayHeader()
 {
-    m_weekdayHeader = new QTableWidget(0, 7);
-    m_weekdayHeader->setFocusPolicy(Qt::NoFocus);
-    m_weekdayHeader->setObjectName(QStringLiteral("qt_calendar_weekdayview"));
-    m_weekdayHeader->setFixedHeight(kovaPx(30));
-    m_weekdayHeader->verticalHeader()->hide();
-    m_weekdayHeader->horizontalHeader()->hide();
+    auto *weekdayHeader = new QTableWidget(0, 7);
+    weekdayHeader->setFocusPolicy(Qt::NoFocus);
+    weekdayHeader->setObjectName(QStringLiteral("qt_calendar_weekdayview"));
+    weekdayHeader->setFixedHeight(kovaPx(30));
+    weekdayHeader->verticalHeader()->hide();
+    weekdayHeader->horizontalHeader()->hide();
 
-    m_weekdayHeader->insertRow(0);
+    weekdayHeader->insertRow(0);
     int column = 0;
     for (const char *key :
          {"sunday", "monday", "tuesday", "wednesday", "thursday", "friday", "saturday"}) {
         auto *item = new QTableWidgetItem(componentString(key).left(1));
         item->setTextAlignment(Qt::AlignCenter);
-        m_weekdayHeader->setItem(0, column++, item);
+        weekdayHeader->setItem(0, column++, item);
     }
 
-    m_weekdayHeader->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
-    m_weekdayHeader->setVerticalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
-    m_weekdayHeader->setSizeAdjustPolicy(AdjustToContents);
-    m_weekdayHeader->setEditTriggers(NoEditTriggers);
-    m_weekdayHeader->setSelectionMode(NoSelection);
-    m_weekdayHeader->setFrameShape(NoFrame);
-    m_weekdayHeader->setShowGrid(false);
-    for (QTableView *table : {days(), static_cast<QTableView *>(m_weekdayHeader)}) {
+    weekdayHeader->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
+    weekdayHeader->setVerticalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
+    weekdayHeader->setSizeAdjustPolicy(AdjustToContents);
+    weekdayHeader->setEditTriggers(NoEditTriggers);
+    weekdayHeader->setSelectionMode(NoSelection);
+    weekdayHeader->setFrameShape(NoFrame);
+    weekdayHeader->setShowGrid(false);
+    for (QTableView *table : {days(), static_cast<QTableView *>(weekdayHeader)}) {
         if (!table)
             continue;
         table->horizontalHeader()->setDefaultSectionSize(30);
@@ -192,21 +228,20 @@ void KovaCalanderView::handleWeekdayHeader()
             header->setSectionResizeMode(QHeaderView::Stretch);
         }
     }
-    m_calendar->insertRow(m_weekdayHeader);
+    calendar->insertRow(weekdayHeader);
     // A sheet that is set before the parent is known is read once more afterwards.
-    m_weekdayHeader->horizontalHeader()->setStyleSheet(
+    weekdayHeader->horizontalHeader()->setStyleSheet(
         getStyleSheet("component.table_header", false));
-    m_weekdayHeader->setStyleSheet(getStyleSheet("component.table", false));
+    weekdayHeader->setStyleSheet(getStyleSheet("component.table", false));
 }
 
-void KovaCalanderView::handleTabOrder()
+void KovaCalanderView::Private::handleTabOrder()
 {
-    QWidget *last = this;
-    for (QWidget *next : {static_cast<QWidget *>(navigationButton("qt_calendar_prevmonth")),
-                          static_cast<QWidget *>(navigationButton("qt_calendar_nextmonth")),
-                          static_cast<QWidget *>(navigationButton("qt_calendar_monthbutton")),
-                          static_cast<QWidget *>(navigationButton("qt_calendar_yearbutton")),
-                          yearEdit(), static_cast<QWidget *>(days()), m_todayButton}) {
+    QWidget *last = q;
+    for (QWidget *next : std::initializer_list<QWidget *>{
+             navigationButton("qt_calendar_prevmonth"), navigationButton("qt_calendar_nextmonth"),
+             navigationButton("qt_calendar_monthbutton"),
+             navigationButton("qt_calendar_yearbutton"), yearEdit(), days(), todayButton}) {
         if (!next)
             continue;
         setTabOrder(last, next);
@@ -220,95 +255,78 @@ void KovaCalanderView::setCurrentPage(int year, int month)
     if (!first.isValid())
         return;
     const auto monthOf = [](const QDate &date) { return QDate(date.year(), date.month(), 1); };
-    first = qBound(monthOf(m_calendar->minimumDate()), first, monthOf(m_calendar->maximumDate()));
-    m_calendar->setCurrentPage(first.year(), first.month());
+    first = qBound(monthOf(d->calendar->minimumDate()), first, monthOf(d->calendar->maximumDate()));
+    d->calendar->setCurrentPage(first.year(), first.month());
 }
 
 void KovaCalanderView::setSelectedDate(const QDate &date)
 {
-    if (!m_calendar->isInRange(date))
+    if (!d->calendar->isInRange(date))
         return;
-    m_calendar->setSelectedDate(date);
-    m_calendar->setChosenDay(date);
-}
-
-void KovaCalanderView::showChosen(const QDate &date)
-{
-    m_calendar->setChosenDay(date);
-}
-
-// To the nearest day that can be chosen.
-void KovaCalanderView::moveTo(const QDate &date)
-{
-    m_calendar->setSelectedDate(date);
+    d->calendar->setSelectedDate(date);
+    d->calendar->setChosenDay(date);
 }
 
 QColor KovaCalanderView::todayColor() const
 {
-    return m_calendar->todayColor();
+    return d->calendar->todayColor();
 }
 
 void KovaCalanderView::setTodayColor(const QColor &color)
 {
-    m_calendar->setTodayColor(color);
+    d->calendar->setTodayColor(color);
 }
 
 QColor KovaCalanderView::otherMonthColor() const
 {
-    return m_calendar->otherMonthColor();
+    return d->calendar->otherMonthColor();
 }
 
 void KovaCalanderView::setOtherMonthColor(const QColor &color)
 {
-    m_calendar->setOtherMonthColor(color);
+    d->calendar->setOtherMonthColor(color);
 }
 
 void KovaCalanderView::setMinimumDate(const QDate &date)
 {
     if (!date.isValid())
         return;
-    m_calendar->setMinimumDate(qBound(QDate(firstYear, 1, 1), date, QDate(lastYear, 12, 31)));
-    updateTodayButton();
+    d->calendar->setMinimumDate(qBound(QDate(firstYear, 1, 1), date, QDate(lastYear, 12, 31)));
+    d->updateTodayButton();
 }
 
 void KovaCalanderView::setMaximumDate(const QDate &date)
 {
     if (!date.isValid())
         return;
-    m_calendar->setMaximumDate(qBound(QDate(firstYear, 1, 1), date, QDate(lastYear, 12, 31)));
-    updateTodayButton();
+    d->calendar->setMaximumDate(qBound(QDate(firstYear, 1, 1), date, QDate(lastYear, 12, 31)));
+    d->updateTodayButton();
 }
 
-void KovaCalanderView::choose(const QDate &date)
+void KovaCalanderView::Private::choose(const QDate &date)
 {
-    if (!m_calendar->isInRange(date))
+    if (!calendar->isInRange(date))
         return;
-    m_calendar->setChosenDay(date);
-    if (m_isReleasing)
-        m_clickedDate = date;
+    calendar->setChosenDay(date);
+    if (isReleasing)
+        clickedDate = date;
     else
-        Q_EMIT sigDateSelect(date);
+        Q_EMIT q->sigDateSelect(date);
 }
 
 void KovaCalanderView::selectToday()
 {
     const QDate today = QDate::currentDate();
     setSelectedDate(today);
-    choose(today);
+    d->choose(today);
 }
 
-void KovaCalanderView::updateTodayButton()
+void KovaCalanderView::Private::updateTodayButton()
 {
-    m_todayButton->setEnabled(m_calendar->isInRange(QDate::currentDate()));
+    todayButton->setEnabled(calendar->isInRange(QDate::currentDate()));
 }
 
-void KovaCalanderView::focusDays()
-{
-    if (QTableView *grid = days())
-        grid->setFocus(Qt::PopupFocusReason);
-}
-
-void KovaCalanderView::fitMonthButton()
+void KovaCalanderView::Private::fitMonthButton()
 {
     QToolButton *button = navigationButton("qt_calendar_monthbutton");
     if (!button)
@@ -318,7 +336,7 @@ void KovaCalanderView::fitMonthButton()
         return button->fontMetrics().size(Qt::TextShowMnemonic, text).width();
     };
     int widest = 0;
-    for (const QString &name : qAsConst(m_monthNames))
+    for (const QString &name : qAsConst(monthNames))
         widest = qMax(widest, widthOf(name));
     button->setMinimumWidth(button->sizeHint().width() - widthOf(button->text()) + widest);
 }
@@ -374,7 +392,7 @@ QRegion KovaCalanderView::visualRegionForSelection(const QItemSelection &) const
 
 void KovaCalanderView::showEvent(QShowEvent *event)
 {
-    updateTodayButton();
+    d->updateTodayButton();
     QAbstractItemView::showEvent(event);
 }
 
@@ -386,13 +404,13 @@ bool KovaCalanderView::event(QEvent *event)
     case QEvent::MouseButtonDblClick:
         return true;
     case QEvent::Polish:
-        fitMonthButton();
+        d->fitMonthButton();
         break;
     case QEvent::FontChange:
     case QEvent::StyleChange:
         // Before that it would be measured, and polished, for nothing.
         if (testAttribute(Qt::WA_WState_Polished))
-            fitMonthButton();
+            d->fitMonthButton();
         break;
     default:
         break;
@@ -401,23 +419,23 @@ bool KovaCalanderView::event(QEvent *event)
 }
 
 // The days go on after they told of a click, while the host may delete the calendar in answer.
-void KovaCalanderView::releaseOverDays(QEvent *event)
+void KovaCalanderView::Private::releaseOverDays(QEvent *event)
 {
-    m_isReleasing = true;
+    isReleasing = true;
     QCoreApplication::sendEvent(days()->viewport(), event);
-    m_isReleasing = false;
-    const QDate date = std::exchange(m_clickedDate, QDate());
+    isReleasing = false;
+    const QDate date = std::exchange(clickedDate, QDate());
     if (!date.isValid())
         return;
     event->accept();
-    Q_EMIT sigDateSelect(date);
+    Q_EMIT q->sigDateSelect(date);
 }
 
 bool KovaCalanderView::eventFilter(QObject *watched, QEvent *event)
 {
-    if (event->type() == QEvent::MouseButtonRelease && !m_isReleasing && days()
-        && watched == days()->viewport()) {
-        releaseOverDays(event);
+    if (event->type() == QEvent::MouseButtonRelease && !d->isReleasing && d->days()
+        && watched == d->days()->viewport()) {
+        d->releaseOverDays(event);
         return true;
     }
     if (event->type() != QEvent::KeyPress)
@@ -426,7 +444,7 @@ bool KovaCalanderView::eventFilter(QObject *watched, QEvent *event)
     if (key != Qt::Key_Tab && key != Qt::Key_Backtab)
         return false;
     focusNextPrevChild(key == Qt::Key_Tab);
-    QTableView *grid = days();
+    QTableView *grid = d->days();
     if (grid && grid->hasFocus() && grid->currentIndex().isValid()) {
         const QModelIndex index = grid->currentIndex();
         grid->setCurrentIndex(QModelIndex());

@@ -5,13 +5,10 @@
 #include <QAbstractItemView>
 #include <QColor>
 #include <QDate>
-#include <QStringList>
 
-class HouseCalendar;
+#include <memory>
+
 class QAction;
-class QTableView;
-class QTableWidget;
-class QToolButton;
 
 /**
  * A calendar in the look of the house: a month of days under the host's own names for months and
@@ -42,6 +39,8 @@ class KOVAKIT_EXPORT KovaCalanderView : public QAbstractItemView
 public:
     /** A calendar that shows the month of today; @p parent owns it. */
     explicit KovaCalanderView(QWidget *parent);
+
+    ~KovaCalanderView() override;
 
     /**
      * Turns to the month @p month, 1 to 12, of @p year, or to the nearest month with a day that can
@@ -131,28 +130,6 @@ protected:
     void showEvent(QShowEvent *event) override;
 
 private:
-    friend class KovaDateSelector;
-
-    void handleNavigationBar();
-    void handleMonthMenu();
-    void handleWeekdayHeader();
-    void handleTabOrder();
-
-    void choose(const QDate &date);
-    void showChosen(const QDate &date);
-    void moveTo(const QDate &date);
-    void releaseOverDays(QEvent *event);
-    void focusDays();
-    void fitMonthButton();
-    void updateTodayButton();
-    [[nodiscard]] QToolButton *navigationButton(const char *name) const;
-    [[nodiscard]] QTableView *days() const;
-    [[nodiscard]] QWidget *yearEdit() const;
-
-    QTableWidget *m_weekdayHeader = nullptr;
-    QStringList m_monthNames;
-    HouseCalendar *m_calendar;
-    QWidget *m_todayButton;
-    bool m_isReleasing = false;
-    QDate m_clickedDate;
+    class Private;
+    std::unique_ptr<Private> const d;
 };

@@ -1,5 +1,6 @@
 #include "kova-date-selector.h"
 
+#include "kovakit-qt/calendar/house-calendar_p.h"
 #include "kovakit-qt/style/placeholder-color_p.h"
 #include "kovakit-qt/utils/input-guards_p.h"
 
@@ -7,12 +8,13 @@
 #include <kovakit-qt/style/style-manager.h>
 #include <kovakit-qt/widgets/event-filters.h>
 
-#include <QCalendarWidget>
 #include <QEvent>
 #include <QGuiApplication>
 #include <QLayout>
 #include <QScreen>
 #include <QStyleOptionComboBox>
+
+#include <utility>
 
 namespace {
 
@@ -37,60 +39,88 @@ int widestDate(const QFontMetrics &metrics)
 
 } // namespace
 
+class Q_DECL_HIDDEN KovaDateSelector::Private
+{
+public:
+    Private(KovaDateSelector *selector, QString text)
+        : q(selector)
+        , calendarView(new KovaCalanderView(nullptr))
+        , calendar(calendarView->findChild<HouseCalendar *>())
+        , placeholder(std::move(text))
+    {
+    }
+
+    void addPlaceholder();
+    void showState();
+    void turnTo(const QDate &date);
+    void rememberCalendar();
+    void restoreCalendar();
+    [[nodiscard]] QRect popupGeometry(const QSize &size) const;
+
+    KovaDateSelector *const q;
+    KovaCalanderView *const calendarView;
+    // Inside the view. It goes to days, and shows a chosen one, without the view's own checks.
+    HouseCalendar *const calendar;
+    const QString placeholder;
+    QDate selectedBefore;
+    QDate pageBefore;
+};
+
 KovaDateSelector::KovaDateSelector(QString placeholder, QWidget *parent)
     : QComboBox(parent)
-    , m_calendarView(new KovaCalanderView(nullptr))
-    , m_placeholder(std::move(placeholder))
+    , d(std::make_unique<Private>(this, std::move(placeholder)))
 {
-    setView(m_calendarView);
+    setView(d->calendarView);
     passWheelWithoutFocus(this);
     setPlaceholderApart(this);
-    auto *releases = new MouseReleaseFilter(m_calendarView);
-    m_calendarView->installEventFilter(releases);
-    m_calendarView->viewport()->installEventFilter(releases);
-    addPlaceholder();
-    connect(m_calendarView, &KovaCalanderView::sigDateSelect, this, &KovaDateSelector::dateSelect);
-    m_calendarView->setFixedWidth(kovaPx(280));
-    m_calendarView->setFixedHeight(kovaPx(260));
+    auto *releases = new MouseReleaseFilter(d->calendarView);
+    d->calendarView->installEventFilter(releases);
+    d->calendarView->viewport()->installEventFilter(releases);
+    d->addPlaceholder();
+    connect(d->calendarView, &KovaCalanderView::sigDateSelect, this, &KovaDateSelector::dateSelect);
+    d->calendarView->setFixedWidth(kovaPx(280));
+    d->calendarView->setFixedHeight(kovaPx(260));
     setFixedHeight(kovaPx(32));
     setStyleSheet(getStyleSheet("component.date_selector", false)
                   + getStyleSheet("component.menu", false));
-    m_calendarView->window()->installEventFilter(this);
+    d->calendarView->window()->installEventFilter(this);
 }
 
-void KovaDateSelector::addPlaceholder()
+void KovaDateSelector::Private::addPlaceholder()
 {
-    addItem(m_placeholder, QDate());
+    q->addItem(placeholder, QDate());
     showState();
 }
 
-void KovaDateSelector::showState()
+void KovaDateSelector::Private::showState()
 {
-    const QDate chosen = currentData().toDate();
-    m_calendarView->showChosen(chosen);
-    if (property("empty").toBool() == chosen.isNull())
+    const QDate chosen = q->currentData().toDate();
+    calendar->setChosenDay(chosen);
+    if (q->property("empty").toBool() == chosen.isNull())
         return;
-    setProperty("empty", chosen.isNull());
-    if (testAttribute(Qt::WA_WState_Polished))
-        style()->polish(this);
+    q->setProperty("empty", chosen.isNull());
+    if (q->testAttribute(Qt::WA_WState_Polished))
+        q->style()->polish(q);
 }
+
+KovaDateSelector::~KovaDateSelector() = default;
 
 KovaCalanderView *KovaDateSelector::getCalendarView() const
 {
-    return m_calendarView;
+    return d->calendarView;
 }
 
 void KovaDateSelector::dateSelect(const QDate &date)
 {
     clear();
     if (!date.isValid()) {
-        addPlaceholder();
+        d->addPlaceholder();
         return;
     }
     addItem(date.toString(dateFormat()), date);
     setCurrentIndex(0);
-    showState();
-    turnTo(date);
+    d->showState();
+    d->turnTo(date);
     repaint();
     hidePopup();
 }
@@ -98,30 +128,29 @@ void KovaDateSelector::dateSelect(const QDate &date)
 void KovaDateSelector::clearDate()
 {
     clear();
-    addPlaceholder();
+    d->addPlaceholder();
     setCurrentIndex(0);
-    turnTo(QDate::currentDate());
+    d->turnTo(QDate::currentDate());
 }
 
-void KovaDateSelector::turnTo(const QDate &date)
+void KovaDateSelector::Private::turnTo(const QDate &date)
 {
-    m_calendarView->moveTo(date);
-    m_selectedBefore = QDate();
+    calendar->setSelectedDate(date);
+    selectedBefore = QDate();
 }
 
-void KovaDateSelector::rememberCalendar()
+void KovaDateSelector::Private::rememberCalendar()
 {
-    const auto *calendar = m_calendarView->findChild<QCalendarWidget *>();
-    m_selectedBefore = calendar->selectedDate();
-    m_pageBefore = QDate(calendar->yearShown(), calendar->monthShown(), 1);
+    selectedBefore = calendar->selectedDate();
+    pageBefore = QDate(calendar->yearShown(), calendar->monthShown(), 1);
 }
 
-void KovaDateSelector::restoreCalendar()
+void KovaDateSelector::Private::restoreCalendar()
 {
-    if (!m_selectedBefore.isValid())
+    if (!selectedBefore.isValid())
         return;
-    m_calendarView->moveTo(m_selectedBefore);
-    m_calendarView->setCurrentPage(m_pageBefore.year(), m_pageBefore.month());
+    calendar->setSelectedDate(selectedBefore);
+    calendarView->setCurrentPage(pageBefore.year(), pageBefore.month());
 }
 
 QSize KovaDateSelector::sizeHint() const
@@ -130,7 +159,7 @@ QSize KovaDateSelector::sizeHint() const
     QStyleOptionComboBox option;
     initStyleOption(&option);
     const QFontMetrics metrics = fontMetrics();
-    const QSize texts(qMax(widestDate(metrics), metrics.horizontalAdvance(m_placeholder)),
+    const QSize texts(qMax(widestDate(metrics), metrics.horizontalAdvance(d->placeholder)),
                       metrics.height());
     return style()->sizeFromContents(QStyle::CT_ComboBox, &option, texts, this);
 }
@@ -143,26 +172,26 @@ QSize KovaDateSelector::minimumSizeHint() const
 // The popup of a combo box is as wide as the box and may be cut off at the edge of the screen.
 void KovaDateSelector::showPopup()
 {
-    QWidget *popup = m_calendarView->window();
+    QWidget *popup = d->calendarView->window();
     if (popup->isVisible())
         return;
-    showState();
+    d->showState();
     const QMargins frame = popup->contentsMargins();
-    popup->setGeometry(popupGeometry(m_calendarView->minimumSize().grownBy(frame)));
-    rememberCalendar();
+    popup->setGeometry(d->popupGeometry(d->calendarView->minimumSize().grownBy(frame)));
+    d->rememberCalendar();
     popup->raise();
     popup->show();
-    m_calendarView->focusDays();
+    d->calendar->focusDays(Qt::PopupFocusReason);
 }
 
-QRect KovaDateSelector::popupGeometry(const QSize &size) const
+QRect KovaDateSelector::Private::popupGeometry(const QSize &size) const
 {
-    const QRect box(mapToGlobal(QPoint()), this->size());
+    const QRect box(q->mapToGlobal(QPoint()), q->size());
     const QScreen *boxScreen = QGuiApplication::screenAt(box.center());
-    const QRect area = (boxScreen ? boxScreen : screen())->availableGeometry();
+    const QRect area = (boxScreen ? boxScreen : q->screen())->availableGeometry();
 
     QRect popup(box.bottomLeft() + QPoint(0, 1), size);
-    if (isRightToLeft())
+    if (q->isRightToLeft())
         popup.moveRight(box.right());
     if (popup.bottom() > area.bottom() && box.top() - size.height() >= area.top())
         popup.moveBottom(box.top() - 1);
@@ -183,8 +212,8 @@ void KovaDateSelector::paintEvent(QPaintEvent *)
 
 bool KovaDateSelector::eventFilter(QObject *watched, QEvent *event)
 {
-    if (event->type() == QEvent::Hide && watched == m_calendarView->window()) {
-        restoreCalendar();
+    if (event->type() == QEvent::Hide && watched == d->calendarView->window()) {
+        d->restoreCalendar();
         if (isVisible())
             setFocus(Qt::PopupFocusReason);
     }

@@ -5,6 +5,8 @@
 #include <QComboBox>
 #include <QDate>
 
+#include <memory>
+
 /**
  * A field for a date: a combo box that opens a calendar.
  *
@@ -30,6 +32,8 @@ class KOVAKIT_EXPORT KovaDateSelector : public QComboBox
 public:
     /** A field that shows @p placeholder; @p parent owns it. */
     KovaDateSelector(QString placeholder, QWidget *parent);
+
+    ~KovaDateSelector() override;
 
     /** Goes back to the placeholder, and the calendar to today or the nearest day in its range. */
     void clearDate();
@@ -68,15 +72,6 @@ protected:
     void paintEvent(QPaintEvent *event) override;
 
 private:
-    void addPlaceholder();
-    void showState();
-    void turnTo(const QDate &date);
-    void rememberCalendar();
-    void restoreCalendar();
-    [[nodiscard]] QRect popupGeometry(const QSize &size) const;
-
-    KovaCalanderView *m_calendarView;
-    QString m_placeholder;
-    QDate m_selectedBefore;
-    QDate m_pageBefore;
+    class Private;
+    std::unique_ptr<Private> const d;
 };

@@ -16,6 +16,8 @@
 #include <QPointer>
 #include <QSignalMapper>
 
+#include <array>
+
 namespace {
 
 constexpr int currentIndex = 2;
@@ -28,22 +30,12 @@ QString optionalString(const QString &key, const QString &substitute)
     return strings->hasString(key) ? strings->getString(key) : substitute;
 }
 
-KovaIconButton *makeArrowButton(const char *imageName, const char *tooltipKey)
+KovaIconButton *makeIconButton(const char *imageName, const char *tooltipKey)
 {
     auto *button = new KovaIconButton(QString::fromLatin1(imageName));
     const QString text = componentString(tooltipKey);
     button->setToolTip(text);
     button->setAccessibleName(text);
-    return button;
-}
-
-KovaIconButton *makeRefreshButton()
-{
-    auto *button = new KovaIconButton(QStringLiteral("bt_pagebar_refresh"));
-    const QString text = componentString("pagebar_refresh");
-    button->setToolTip(text);
-    button->setAccessibleName(text);
-    button->setFixedSize(kovaPx(24), kovaPx(24));
     return button;
 }
 
@@ -61,126 +53,151 @@ QString currentPageDescription(int page, int pageCount)
 
 } // namespace
 
+class Q_DECL_HIDDEN KovaPagingBar::Private
+{
+public:
+    Private(KovaPagingBar *bar, KovaPagingModel *pagingModel)
+        : q(bar)
+        , model(pagingModel)
+        , pageClicks(new QSignalMapper(bar))
+    {
+        refreshButton->setFixedSize(kovaPx(24), kovaPx(24));
+    }
+
+    void addPageButtons();
+    void showNumber(KovaButton *button, qint64 number, int pageCount);
+    void setControlEnabled(QWidget *control, bool enabled);
+    void showArrows();
+    void goTo(qint64 page);
+    [[nodiscard]] QLabel *makeFooterLabel(const PagingFooterInfo &info, bool first) const;
+
+    KovaPagingBar *const q;
+    KovaPagingModel *const model;
+    QHBoxLayout *const mainLayout = new QHBoxLayout;
+    QHBoxLayout *const rightLayout = new QHBoxLayout;
+    KovaIconButton *const firstButton = makeIconButton("bt_pagebar_backend", "first_page");
+    KovaIconButton *const backButton = makeIconButton("bt_pagebar_back", "prev_5_pages");
+    KovaIconButton *const forwardButton = makeIconButton("bt_pagebar_next", "next_5_pages");
+    KovaIconButton *const lastButton = makeIconButton("bt_pagebar_nextend", "last_page");
+    std::array<KovaButton *, 5> pageButtons{};
+    QSignalMapper *const pageClicks;
+    bool isInPageClick = false;
+    KovaIconButton *const refreshButton = makeIconButton("bt_pagebar_refresh", "pagebar_refresh");
+    std::vector<QLabel *> footerLabels;
+};
+
 KovaPagingBar::KovaPagingBar(KovaPagingModel *model, QWidget *parent)
     : QWidget(parent)
-    , m_model(model)
-    , m_mainLayout(new QHBoxLayout)
-    , m_rightLayout(new QHBoxLayout)
-    , m_firstButton(makeArrowButton("bt_pagebar_backend", "first_page"))
-    , m_backButton(makeArrowButton("bt_pagebar_back", "prev_5_pages"))
-    , m_forwardButton(makeArrowButton("bt_pagebar_next", "next_5_pages"))
-    , m_lastButton(makeArrowButton("bt_pagebar_nextend", "last_page"))
-    , m_pageClicks(new QSignalMapper(this))
-    , m_refreshButton(makeRefreshButton())
+    , d(std::make_unique<Private>(this, model))
 {
-    m_model->setNowPage(1);
-    m_model->setItemCount(0);
+    d->model->setNowPage(1);
+    d->model->setItemCount(0);
 
-    m_mainLayout->setSpacing(0);
-    m_mainLayout->setContentsMargins(0, 0, 0, 0);
-    m_mainLayout->addSpacing(kovaPx(50));
-    m_mainLayout->addWidget(m_firstButton, 0, Qt::AlignLeft);
-    m_mainLayout->addWidget(m_backButton, 0, Qt::AlignLeft);
-    m_mainLayout->addStretch();
-    addPageButtons(m_mainLayout);
-    m_mainLayout->addStretch();
-    m_mainLayout->addWidget(m_forwardButton, 0, Qt::AlignRight);
-    m_mainLayout->addWidget(m_lastButton, 0, Qt::AlignRight);
-    m_mainLayout->addSpacing(kovaPx(50));
+    d->mainLayout->setSpacing(0);
+    d->mainLayout->setContentsMargins(0, 0, 0, 0);
+    d->mainLayout->addSpacing(kovaPx(50));
+    d->mainLayout->addWidget(d->firstButton, 0, Qt::AlignLeft);
+    d->mainLayout->addWidget(d->backButton, 0, Qt::AlignLeft);
+    d->mainLayout->addStretch();
+    d->addPageButtons();
+    d->mainLayout->addStretch();
+    d->mainLayout->addWidget(d->forwardButton, 0, Qt::AlignRight);
+    d->mainLayout->addWidget(d->lastButton, 0, Qt::AlignRight);
+    d->mainLayout->addSpacing(kovaPx(50));
 
-    m_rightLayout->setDirection(QBoxLayout::RightToLeft);
-    m_rightLayout->setAlignment(Qt::AlignRight | Qt::AlignVCenter);
-    m_rightLayout->setSpacing(0);
-    m_rightLayout->setContentsMargins(0, kovaPx(2), 0, 0);
-    m_rightLayout->addWidget(m_refreshButton, 0, Qt::AlignCenter);
-    m_mainLayout->addLayout(m_rightLayout);
+    d->rightLayout->setDirection(QBoxLayout::RightToLeft);
+    d->rightLayout->setAlignment(Qt::AlignRight | Qt::AlignVCenter);
+    d->rightLayout->setSpacing(0);
+    d->rightLayout->setContentsMargins(0, kovaPx(2), 0, 0);
+    d->rightLayout->addWidget(d->refreshButton, 0, Qt::AlignCenter);
+    d->mainLayout->addLayout(d->rightLayout);
 
     auto *frame = new QWidget;
     frame->setObjectName(QStringLiteral("PAGINGBARBORDER"));
     frame->setStyleSheet(getStyleSheet("component.paging_bar_border", false));
     frame->setFixedHeight(kovaPx(29));
-    frame->setLayout(m_mainLayout);
+    frame->setLayout(d->mainLayout);
     auto *layout = new QHBoxLayout(this);
     layout->setSpacing(0);
     layout->setContentsMargins(0, 0, 0, 0);
     layout->addWidget(frame);
 
-    connect(m_firstButton, &KovaIconButton::clicked, this, &KovaPagingBar::first_page);
-    connect(m_backButton, &KovaIconButton::clicked, this, &KovaPagingBar::prev_5_page);
-    connect(m_forwardButton, &KovaIconButton::clicked, this, &KovaPagingBar::next_5_page);
-    connect(m_lastButton, &KovaIconButton::clicked, this, &KovaPagingBar::last_page);
-    connect(m_refreshButton, &KovaIconButton::clicked, this, &KovaPagingBar::sigRefresh);
+    connect(d->firstButton, &KovaIconButton::clicked, this, &KovaPagingBar::first_page);
+    connect(d->backButton, &KovaIconButton::clicked, this, &KovaPagingBar::prev_5_page);
+    connect(d->forwardButton, &KovaIconButton::clicked, this, &KovaPagingBar::next_5_page);
+    connect(d->lastButton, &KovaIconButton::clicked, this, &KovaPagingBar::last_page);
+    connect(d->refreshButton, &KovaIconButton::clicked, this, &KovaPagingBar::sigRefresh);
     if (isRightToLeft())
-        showArrows();
+        d->showArrows();
 }
 
 KovaPagingBar::~KovaPagingBar()
 {
-    if (!m_isInPageClick)
+    if (!d->isInPageClick)
         return;
     // The mapper goes on after it told of the click in which the host deletes the bar.
-    m_pageClicks->setParent(nullptr);
-    m_pageClicks->deleteLater();
+    d->pageClicks->setParent(nullptr);
+    d->pageClicks->deleteLater();
 }
 
 void KovaPagingBar::changeEvent(QEvent *event)
 {
     if (event->type() == QEvent::LayoutDirectionChange)
-        showArrows();
+        d->showArrows();
     QWidget::changeEvent(event);
 }
 
-void KovaPagingBar::showArrows()
+void KovaPagingBar::Private::showArrows()
 {
     const auto show = [this](KovaIconButton *button, const char *image, const char *mirrored) {
-        button->setAllIcon(QLatin1String(isRightToLeft() ? mirrored : image));
+        button->setAllIcon(QLatin1String(q->isRightToLeft() ? mirrored : image));
         // New pictures show as at rest, enabled or not.
         QEvent state(QEvent::EnabledChange);
         QCoreApplication::sendEvent(button, &state);
     };
-    show(m_firstButton, "bt_pagebar_backend", "bt_pagebar_nextend");
-    show(m_backButton, "bt_pagebar_back", "bt_pagebar_next");
-    show(m_forwardButton, "bt_pagebar_next", "bt_pagebar_back");
-    show(m_lastButton, "bt_pagebar_nextend", "bt_pagebar_backend");
+    show(firstButton, "bt_pagebar_backend", "bt_pagebar_nextend");
+    show(backButton, "bt_pagebar_back", "bt_pagebar_next");
+    show(forwardButton, "bt_pagebar_next", "bt_pagebar_back");
+    show(lastButton, "bt_pagebar_nextend", "bt_pagebar_backend");
 }
 
-void KovaPagingBar::addPageButtons(QHBoxLayout *layout)
+void KovaPagingBar::Private::addPageButtons()
 {
-    for (int index = 0; index < int(m_pageButtons.size()); ++index) {
+    for (int index = 0; index < int(pageButtons.size()); ++index) {
         if (index > 0)
-            layout->addSpacing(kovaPx(4));
+            mainLayout->addSpacing(kovaPx(4));
         auto *button = new KovaButton(QString(), index == currentIndex ? KovaButton::SelectedPage
                                                                        : KovaButton::OtherPage);
         button->setFixedHeight(kovaPx(27));
         button->setMinimumWidth(kovaPx(28));
-        connect(button, &KovaButton::clicked, m_pageClicks, QOverload<>::of(&QSignalMapper::map));
-        layout->addWidget(button, 0, Qt::AlignHCenter);
-        m_pageClicks->setMapping(button, index);
-        m_pageButtons.at(std::size_t(index)) = button;
+        connect(button, &KovaButton::clicked, pageClicks, QOverload<>::of(&QSignalMapper::map));
+        mainLayout->addWidget(button, 0, Qt::AlignHCenter);
+        pageClicks->setMapping(button, index);
+        pageButtons.at(std::size_t(index)) = button;
     }
-    KovaButton *current = m_pageButtons[currentIndex];
+    KovaButton *current = pageButtons[currentIndex];
     current->setText(QStringLiteral("1"));
     current->setAccessibleName(pageName(1));
     current->setAccessibleDescription(currentPageDescription(1, 1));
-    connect(m_pageClicks, &QSignalMapper::mappedInt, this, &KovaPagingBar::pageClick);
+    connect(pageClicks, &QSignalMapper::mappedInt, q, &KovaPagingBar::pageClick);
 }
 
 void KovaPagingBar::setPage(int page)
 {
-    const int pageCount = m_model->pageCount();
+    const int pageCount = d->model->pageCount();
     qint64 number = qint64(page) - currentIndex;
-    for (KovaButton *button : m_pageButtons)
-        showNumber(button, number++, pageCount);
-    m_pageButtons[currentIndex]->setAccessibleDescription(currentPageDescription(page, pageCount));
+    for (KovaButton *button : d->pageButtons)
+        d->showNumber(button, number++, pageCount);
+    d->pageButtons[currentIndex]->setAccessibleDescription(currentPageDescription(page, pageCount));
 
-    setControlEnabled(m_forwardButton, page < pageCount);
-    setControlEnabled(m_lastButton, page < pageCount);
-    setControlEnabled(m_firstButton, page != 1);
-    setControlEnabled(m_backButton, page != 1);
-    m_model->setNowPage(page);
+    d->setControlEnabled(d->forwardButton, page < pageCount);
+    d->setControlEnabled(d->lastButton, page < pageCount);
+    d->setControlEnabled(d->firstButton, page != 1);
+    d->setControlEnabled(d->backButton, page != 1);
+    d->model->setNowPage(page);
 }
 
-void KovaPagingBar::showNumber(KovaButton *button, qint64 number, int pageCount)
+void KovaPagingBar::Private::showNumber(KovaButton *button, qint64 number, int pageCount)
 {
     const bool exists = number >= 1 && number <= pageCount;
     button->setText(exists ? QString::number(number) : QStringLiteral(" "));
@@ -188,18 +205,18 @@ void KovaPagingBar::showNumber(KovaButton *button, qint64 number, int pageCount)
     setControlEnabled(button, exists);
 }
 
-void KovaPagingBar::setControlEnabled(QWidget *control, bool enabled)
+void KovaPagingBar::Private::setControlEnabled(QWidget *control, bool enabled)
 {
     // Left to itself the focus would walk on, perhaps out of the bar, under the user's fingers.
     if (!enabled && control->hasFocus())
-        m_pageButtons[currentIndex]->setFocus();
+        pageButtons[currentIndex]->setFocus();
     control->setEnabled(enabled);
 }
 
 void KovaPagingBar::setItemCount(int count)
 {
-    m_model->setItemCount(count);
-    setPage(m_model->nowPage());
+    d->model->setItemCount(count);
+    setPage(d->model->nowPage());
 }
 
 void KovaPagingBar::reset()
@@ -209,37 +226,37 @@ void KovaPagingBar::reset()
 
 void KovaPagingBar::setRefreshButtonHidden(bool hidden)
 {
-    m_refreshButton->setHidden(hidden);
+    d->refreshButton->setHidden(hidden);
 }
 
 void KovaPagingBar::setFooterInfos(const std::vector<PagingFooterInfo> &infos)
 {
     for (std::size_t i = 0; i < infos.size(); ++i) {
-        if (i < m_footerLabels.size()) {
-            m_footerLabels[i]->setText(infos[i].text);
+        if (i < d->footerLabels.size()) {
+            d->footerLabels[i]->setText(infos[i].text);
             if (infos[i].width != 0)
-                m_footerLabels[i]->setFixedWidth(kovaPx(infos[i].width));
+                d->footerLabels[i]->setFixedWidth(kovaPx(infos[i].width));
             continue;
         }
-        m_footerLabels.push_back(makeFooterLabel(infos[i], i == 0));
-        m_rightLayout->addWidget(m_footerLabels.back());
+        d->footerLabels.push_back(d->makeFooterLabel(infos[i], i == 0));
+        d->rightLayout->addWidget(d->footerLabels.back());
     }
-    while (m_footerLabels.size() > infos.size()) {
-        QLabel *label = m_footerLabels.back();
+    while (d->footerLabels.size() > infos.size()) {
+        QLabel *label = d->footerLabels.back();
         label->hide();
-        m_rightLayout->removeWidget(label);
-        m_footerLabels.pop_back();
+        d->rightLayout->removeWidget(label);
+        d->footerLabels.pop_back();
     }
 }
 
-QLabel *KovaPagingBar::makeFooterLabel(const PagingFooterInfo &info, bool first) const
+QLabel *KovaPagingBar::Private::makeFooterLabel(const PagingFooterInfo &info, bool first) const
 {
     auto *label = new QLabel(info.text);
     label->setAlignment(Qt::AlignRight | Qt::AlignVCenter);
     label->setFixedHeight(kovaPx(19));
     if (info.width != 0)
         label->setFixedWidth(kovaPx(info.width));
-    const bool rightmost = first && m_refreshButton->isHidden();
+    const bool rightmost = first && refreshButton->isHidden();
     label->setStyleSheet(getStyleSheet(
         rightmost ? "component.paging_bar_rightmost_label" : "component.paging_bar_label", false));
     return label;
@@ -255,44 +272,44 @@ void KovaPagingBar::setFooterText(const QString &text)
     setFooterInfo({text, 0});
 }
 
-void KovaPagingBar::goTo(qint64 page)
+void KovaPagingBar::Private::goTo(qint64 page)
 {
-    setPage(int(page));
-    Q_EMIT sigPageChanged();
+    q->setPage(int(page));
+    Q_EMIT q->sigPageChanged();
 }
 
 void KovaPagingBar::pageClick(int index)
 {
-    if (index < 0 || index >= int(m_pageButtons.size()))
+    if (index < 0 || index >= int(d->pageButtons.size()))
         return;
-    const KovaButton *button = m_pageButtons.at(std::size_t(index));
+    const KovaButton *button = d->pageButtons.at(std::size_t(index));
     const int page = button->text().toInt();
     // A press by assistive technology clicks a moment later, when the number may be gone.
     if (page < 1 || !button->isEnabled())
         return;
     const QPointer<KovaPagingBar> guard(this);
-    m_isInPageClick = true;
-    goTo(page);
+    d->isInPageClick = true;
+    d->goTo(page);
     if (guard)
-        m_isInPageClick = false;
+        d->isInPageClick = false;
 }
 
 void KovaPagingBar::next_5_page()
 {
-    goTo(qMin(qint64(m_model->nowPage()) + jump, qint64(m_model->pageCount())));
+    d->goTo(qMin(qint64(d->model->nowPage()) + jump, qint64(d->model->pageCount())));
 }
 
 void KovaPagingBar::prev_5_page()
 {
-    goTo(qMax(qint64(m_model->nowPage()) - jump, qint64(1)));
+    d->goTo(qMax(qint64(d->model->nowPage()) - jump, qint64(1)));
 }
 
 void KovaPagingBar::first_page()
 {
-    goTo(1);
+    d->goTo(1);
 }
 
 void KovaPagingBar::last_page()
 {
-    goTo(m_model->pageCount());
+    d->goTo(d->model->pageCount());
 }

@@ -5,15 +5,10 @@
 #include <QString>
 #include <QWidget>
 
-#include <array>
+#include <memory>
 #include <vector>
 
-class KovaButton;
-class KovaIconButton;
 class KovaPagingModel;
-class QHBoxLayout;
-class QLabel;
-class QSignalMapper;
 
 /** One text at the right end of a KovaPagingBar. A plain value. */
 struct PagingFooterInfo
@@ -127,23 +122,6 @@ protected:
     void changeEvent(QEvent *event) override;
 
 private:
-    void addPageButtons(QHBoxLayout *layout);
-    void showNumber(KovaButton *button, qint64 number, int pageCount);
-    void setControlEnabled(QWidget *control, bool enabled);
-    void showArrows();
-    void goTo(qint64 page);
-    QLabel *makeFooterLabel(const PagingFooterInfo &info, bool first) const;
-
-    KovaPagingModel *m_model;
-    QHBoxLayout *m_mainLayout;
-    QHBoxLayout *m_rightLayout;
-    KovaIconButton *m_firstButton;
-    KovaIconButton *m_backButton;
-    KovaIconButton *m_forwardButton;
-    KovaIconButton *m_lastButton;
-    std::array<KovaButton *, 5> m_pageButtons{};
-    QSignalMapper *m_pageClicks;
-    bool m_isInPageClick = false;
-    KovaIconButton *m_refreshButton;
-    std::vector<QLabel *> m_footerLabels;
+    class Private;
+    std::unique_ptr<Private> const d;
 };

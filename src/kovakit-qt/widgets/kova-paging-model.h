@@ -4,6 +4,8 @@
 
 #include <QObject>
 
+#include <memory>
+
 /**
  * The arithmetic of a list that is shown one page at a time.
  *
@@ -22,26 +24,26 @@ public:
     ~KovaPagingModel() override;
 
     /** Rows per page. */
-    [[nodiscard]] int rowLimit() const { return m_rowLimit; }
+    [[nodiscard]] int rowLimit() const;
 
     /**
      * Sets the rows per page; neither the current page nor any bar follows.
      *
      * With a limit of 0 or less nothing is divided: everything is on one page.
      */
-    void setRowLimit(int rowLimit) { m_rowLimit = rowLimit; }
+    void setRowLimit(int rowLimit);
 
     /** Items on all pages together. */
-    [[nodiscard]] int itemCount() const { return m_itemCount; }
+    [[nodiscard]] int itemCount() const;
 
     /** Sets the number of items. A bar has a setItemCount() of its own, which also shows it. */
-    void setItemCount(int itemCount) { m_itemCount = itemCount; }
+    void setItemCount(int itemCount);
 
     /** The current page; the first is 1. */
-    [[nodiscard]] int nowPage() const { return m_nowPage; }
+    [[nodiscard]] int nowPage() const;
 
     /** Stores @p page as it is, even beyond pageCount(). A bar is turned with its setPage(). */
-    void setNowPage(int page) { m_nowPage = page; }
+    void setNowPage(int page);
 
     /** The number of pages that the items fill, at least 1. */
     [[nodiscard]] int pageCount() const;
@@ -54,7 +56,6 @@ public:
     [[nodiscard]] int startItem() const;
 
 private:
-    int m_rowLimit;
-    int m_itemCount = 0;
-    int m_nowPage = 1;
+    class Private;
+    std::unique_ptr<Private> const d;
 };

@@ -7,6 +7,7 @@
 #include <QHeaderView>
 #include <QHelpEvent>
 #include <QMouseEvent>
+#include <QPointer>
 #include <QScopedValueRollback>
 #include <QScrollArea>
 #include <QScrollBar>
@@ -108,158 +109,197 @@ public:
 
 } // namespace
 
+class Q_DECL_HIDDEN KovaTableWidget::Private
+{
+public:
+    Private(KovaTableWidget *widget, const KovaTableColumnsInfo &columnsInfo)
+        : q(widget)
+        , columns(columnsInfo)
+    {
+    }
+
+    void setUpHeader();
+    void setUpTable();
+    void setUpColumns();
+    void followRows(int logicalIndex, int newSize);
+    void follow(QHeaderView *other, int logicalIndex, int newSize);
+
+    KovaTableWidget *const q;
+    const KovaTableColumnsInfo columns;
+    QScrollArea *headerArea = nullptr;
+    QHeaderView *header = nullptr;
+    std::unique_ptr<QTableWidget> headerLabels;
+    // The host may delete it.
+    QPointer<ResizeSignalTableWidget> table;
+    QVBoxLayout *layout = nullptr;
+    bool isFollowing = false;
+    int sharedWidth = -1;
+};
+
 KovaTableWidget::KovaTableWidget(const KovaTableColumnsInfo &columns, QWidget *parent)
     : QWidget(parent)
-    , m_columns(columns)
+    , d(std::make_unique<Private>(this, columns))
 {
     initailze();
 }
 
 KovaTableWidget::~KovaTableWidget()
 {
-    // The header goes before the table that is its model.
-    delete m_headerArea;
+    // A view that ends may emit signals, whose slots read d. The header goes before the table of
+    // labels that is its model.
+    delete d->table.data();
+    delete d->headerArea;
+}
+
+ResizeSignalTableWidget *KovaTableWidget::getTable() const
+{
+    return d->table;
+}
+
+QHeaderView *KovaTableWidget::getHeader() const
+{
+    return d->header;
 }
 
 void KovaTableWidget::initailze()
 {
-    if (m_layout)
+    if (d->layout)
         return;
-    m_layout = new QVBoxLayout(this);
-    m_layout->setSpacing(0);
-    m_layout->setContentsMargins(0, 0, 0, 0);
-    makeHeader();
-    makeTable();
-    setUpColumns();
+    d->layout = new QVBoxLayout(this);
+    d->layout->setSpacing(0);
+    d->layout->setContentsMargins(0, 0, 0, 0);
+    d->setUpHeader();
+    d->setUpTable();
+    d->setUpColumns();
 
-    connect(m_header, &QHeaderView::sectionResized, this, &KovaTableWidget::slotSectionResized);
-    connect(m_table->horizontalHeader(), &QHeaderView::sectionResized, this,
-            &KovaTableWidget::followRows);
-    connect(m_table->verticalScrollBar(), &QScrollBar::rangeChanged, this,
+    connect(d->header, &QHeaderView::sectionResized, this, &KovaTableWidget::slotSectionResized);
+    connect(d->table->horizontalHeader(), &QHeaderView::sectionResized, this,
+            [this](int logicalIndex, int, int newSize) { d->followRows(logicalIndex, newSize); });
+    connect(d->table->verticalScrollBar(), &QScrollBar::rangeChanged, this,
             &KovaTableWidget::slotVerticalScrollRangeChanged);
-    connect(m_table->horizontalScrollBar(), &QScrollBar::valueChanged,
-            m_headerArea->horizontalScrollBar(), &QScrollBar::setValue);
-    connect(m_table, &ResizeSignalTableWidget::sigResized, this, [this](QSize size) {
+    connect(d->table->horizontalScrollBar(), &QScrollBar::valueChanged,
+            d->headerArea->horizontalScrollBar(), &QScrollBar::setValue);
+    connect(d->table, &ResizeSignalTableWidget::sigResized, this, [this](QSize size) {
         // A horizontal scroll bar that comes up, as a column is dragged wider, takes height alone.
-        if (size.width() != m_sharedWidth)
+        if (size.width() != d->sharedWidth)
             slotTableResized(size);
     });
 }
 
-void KovaTableWidget::makeHeader()
+void KovaTableWidget::Private::setUpHeader()
 {
-    m_headerArea = new QScrollArea;
-    m_headerArea->setFixedHeight(kovaPx(designHeaderHeight));
-    m_headerArea->setFocusPolicy(Qt::NoFocus);
-    m_headerArea->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
-    m_headerArea->setVerticalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
-    m_headerArea->setStyleSheet(QStringLiteral("QScrollArea { border: none; }"));
-    m_layout->addWidget(m_headerArea);
+    headerArea = new QScrollArea;
+    headerArea->setFixedHeight(kovaPx(designHeaderHeight));
+    headerArea->setFocusPolicy(Qt::NoFocus);
+    headerArea->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
+    headerArea->setVerticalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
+    headerArea->setStyleSheet(QStringLiteral("QScrollArea { border: none; }"));
+    layout->addWidget(headerArea);
 
-    m_headerLabels = std::make_unique<QTableWidget>(0, int(m_columns.columns().size()) + 1);
-    m_header = new AlignedHeader(Qt::Horizontal);
-    m_header->setModel(m_headerLabels->model());
-    m_header->setDefaultAlignment(Qt::AlignLeft | Qt::AlignVCenter);
-    m_header->setHorizontalScrollMode(QAbstractItemView::ScrollPerPixel);
-    m_header->setStyleSheet(getStyleSheet("component.table_header", false));
+    headerLabels = std::make_unique<QTableWidget>(0, int(columns.columns().size()) + 1);
+    header = new AlignedHeader(Qt::Horizontal);
+    header->setModel(headerLabels->model());
+    header->setDefaultAlignment(Qt::AlignLeft | Qt::AlignVCenter);
+    header->setHorizontalScrollMode(QAbstractItemView::ScrollPerPixel);
+    header->setStyleSheet(getStyleSheet("component.table_header", false));
     // Wider than any screen: the area shows a part of it.
-    m_header->setFixedSize(kovaPx(20000), kovaPx(designHeaderHeight));
-    m_headerArea->setWidget(m_header);
+    header->setFixedSize(kovaPx(20000), kovaPx(designHeaderHeight));
+    headerArea->setWidget(header);
 }
 
-void KovaTableWidget::makeTable()
+void KovaTableWidget::Private::setUpTable()
 {
-    m_table = new ResizeSignalTableWidget(0, int(m_columns.columns().size()));
-    m_layout->addWidget(m_table);
-    m_table->setItemDelegate(new CellDelegate(m_table));
-    m_table->setSelectionBehavior(QAbstractItemView::SelectRows);
-    m_table->setEditTriggers(QAbstractItemView::NoEditTriggers);
+    table = new ResizeSignalTableWidget(0, int(columns.columns().size()));
+    layout->addWidget(table);
+    table->setItemDelegate(new CellDelegate(table));
+    table->setSelectionBehavior(QAbstractItemView::SelectRows);
+    table->setEditTriggers(QAbstractItemView::NoEditTriggers);
     // Rows are walked with the arrow keys; Tab leads on to the next widget.
-    m_table->setTabKeyNavigation(false);
-    m_table->verticalHeader()->hide();
-    m_table->horizontalHeader()->hide();
-    m_table->setVerticalScrollBarPolicy(Qt::ScrollBarAlwaysOn);
-    m_table->setVerticalScrollMode(QAbstractItemView::ScrollPerPixel);
-    m_table->setHorizontalScrollMode(QAbstractItemView::ScrollPerPixel);
-    m_table->verticalHeader()->setDefaultSectionSize(kovaPx(28));
-    m_table->setStyleSheet(getStyleSheet("component.table", false)
-                           + getStyleSheet("component.scrollbar", false));
-    m_table->setShowGrid(false);
-    m_table->verticalScrollBar()->hide();
+    table->setTabKeyNavigation(false);
+    table->verticalHeader()->hide();
+    table->horizontalHeader()->hide();
+    table->setVerticalScrollBarPolicy(Qt::ScrollBarAlwaysOn);
+    table->setVerticalScrollMode(QAbstractItemView::ScrollPerPixel);
+    table->setHorizontalScrollMode(QAbstractItemView::ScrollPerPixel);
+    table->verticalHeader()->setDefaultSectionSize(kovaPx(28));
+    table->setStyleSheet(getStyleSheet("component.table", false)
+                         + getStyleSheet("component.scrollbar", false));
+    table->setShowGrid(false);
+    table->verticalScrollBar()->hide();
 }
 
-void KovaTableWidget::setUpColumns()
+void KovaTableWidget::Private::setUpColumns()
 {
     QStringList titles;
     int narrowest = designScrollBarWidth;
-    for (const ColumnInfo &column : m_columns.columns()) {
+    for (const ColumnInfo &column : columns.columns()) {
         titles.append(column.title);
         narrowest = qMin(narrowest, column.width);
     }
     // Not shown, but read out for the cells.
-    m_table->setHorizontalHeaderLabels(titles);
+    table->setHorizontalHeaderLabels(titles);
     titles.append(QString());
-    m_headerLabels->setHorizontalHeaderLabels(titles);
+    headerLabels->setHorizontalHeaderLabels(titles);
 
     // Headers widen what is narrower than the widest letter.
-    QHeaderView *const headers[] = {m_header, m_headerLabels->horizontalHeader(),
-                                    m_table->horizontalHeader()};
-    for (QHeaderView *header : headers)
-        header->setMinimumSectionSize(qMax(1, kovaPx(narrowest)));
+    QHeaderView *const headers[] = {header, headerLabels->horizontalHeader(),
+                                    table->horizontalHeader()};
+    for (QHeaderView *view : headers)
+        view->setMinimumSectionSize(qMax(1, kovaPx(narrowest)));
 
     int index = 0;
-    for (const ColumnInfo &column : m_columns.columns()) {
-        for (QHeaderView *header : headers)
-            header->resizeSection(index, kovaPx(column.width));
-        m_header->setSectionResizeMode(index, resizeMode(column));
-        m_table->horizontalHeader()->setSectionResizeMode(index, resizeMode(column));
+    for (const ColumnInfo &column : columns.columns()) {
+        for (QHeaderView *view : headers)
+            view->resizeSection(index, kovaPx(column.width));
+        header->setSectionResizeMode(index, resizeMode(column));
+        table->horizontalHeader()->setSectionResizeMode(index, resizeMode(column));
         ++index;
     }
-    m_header->resizeSection(index, kovaPx(designScrollBarWidth));
-    m_headerLabels->horizontalHeader()->resizeSection(index, kovaPx(designScrollBarWidth));
-    m_header->setSectionResizeMode(index, QHeaderView::Fixed);
+    header->resizeSection(index, kovaPx(designScrollBarWidth));
+    headerLabels->horizontalHeader()->resizeSection(index, kovaPx(designScrollBarWidth));
+    header->setSectionResizeMode(index, QHeaderView::Fixed);
 }
 
 void KovaTableWidget::slotSectionResized(int logicalIndex, int, int newSize)
 {
-    follow(m_table->horizontalHeader(), logicalIndex, newSize);
+    d->follow(d->table->horizontalHeader(), logicalIndex, newSize);
     // Left to itself the table would be painted one turn of the event loop after the header.
-    m_table->viewport()->update();
+    d->table->viewport()->update();
 }
 
-void KovaTableWidget::followRows(int logicalIndex, int, int newSize)
+void KovaTableWidget::Private::followRows(int logicalIndex, int newSize)
 {
-    follow(m_header, logicalIndex, newSize);
+    follow(header, logicalIndex, newSize);
 }
 
-void KovaTableWidget::follow(QHeaderView *other, int logicalIndex, int newSize)
+void KovaTableWidget::Private::follow(QHeaderView *other, int logicalIndex, int newSize)
 {
-    if (m_following)
+    if (isFollowing)
         return;
     const bool isHidingOrShowing = other->isSectionHidden(logicalIndex) != (newSize == 0);
     {
-        const QScopedValueRollback<bool> following(m_following, true);
+        const QScopedValueRollback<bool> rollback(isFollowing, true);
         fitSection(other, logicalIndex, newSize);
     }
-    if (isHidingOrShowing && m_sharedWidth >= 0)
-        slotTableResized({m_sharedWidth, 0});
+    if (isHidingOrShowing && sharedWidth >= 0)
+        q->slotTableResized({sharedWidth, 0});
 }
 
 void KovaTableWidget::slotVerticalScrollRangeChanged(int, int max)
 {
-    m_table->verticalScrollBar()->setVisible(max != 0);
+    d->table->verticalScrollBar()->setVisible(max != 0);
 }
 
 void KovaTableWidget::slotTableResized(QSize size)
 {
-    m_sharedWidth = size.width();
+    d->sharedWidth = size.width();
     const double scale = DPIinfo::getInstance()->getDPI();
     double fixedWidth = 0;
     double allShares = 0;
     double shownShares = 0;
     int index = 0;
-    for (const ColumnInfo &column : m_columns.columns()) {
-        const bool isShown = m_header->sectionSize(index++) != 0;
+    for (const ColumnInfo &column : d->columns.columns()) {
+        const bool isShown = d->header->sectionSize(index++) != 0;
         if (hasShare(column)) {
             allShares += column.ratio;
             shownShares += isShown ? column.ratio : 0;
@@ -272,9 +312,9 @@ void KovaTableWidget::slotTableResized(QSize size)
     const double growth = shownShares != 0 ? allShares / shownShares : 1;
 
     index = 0;
-    for (const ColumnInfo &column : m_columns.columns()) {
-        if (hasShare(column) && m_header->sectionSize(index) != 0)
-            m_header->resizeSection(
+    for (const ColumnInfo &column : d->columns.columns()) {
+        if (hasShare(column) && d->header->sectionSize(index) != 0)
+            d->header->resizeSection(
                 index, truncated(qMax(column.ratio * growth * spare, column.width * scale)));
         ++index;
     }

@@ -9,8 +9,6 @@
 #include <memory>
 
 class QHeaderView;
-class QScrollArea;
-class QVBoxLayout;
 
 /**
  * A table of rows under a header of its own, whose columns share the width of the table.
@@ -44,13 +42,13 @@ public:
     void initailze();
 
     /** The rows, to be filled by the host. Owned by this widget. */
-    [[nodiscard]] ResizeSignalTableWidget *getTable() const { return m_table; }
+    [[nodiscard]] ResizeSignalTableWidget *getTable() const;
 
     /**
      * The header. It has one column more than the rows, without a title, over the scroll bar. Owned
      * by this widget.
      */
-    [[nodiscard]] QHeaderView *getHeader() const { return m_header; }
+    [[nodiscard]] QHeaderView *getHeader() const;
 
 public Q_SLOTS:
     /** Gives column @p logicalIndex of the rows the width @p newSize, in device pixels. */
@@ -69,18 +67,6 @@ public Q_SLOTS:
     void slotTableResized(QSize size);
 
 private:
-    void makeHeader();
-    void makeTable();
-    void setUpColumns();
-    void followRows(int logicalIndex, int oldSize, int newSize);
-    void follow(QHeaderView *other, int logicalIndex, int newSize);
-
-    KovaTableColumnsInfo m_columns;
-    QScrollArea *m_headerArea = nullptr;
-    QHeaderView *m_header = nullptr;
-    std::unique_ptr<QTableWidget> m_headerLabels;
-    ResizeSignalTableWidget *m_table = nullptr;
-    QVBoxLayout *m_layout = nullptr;
-    bool m_following = false;
-    int m_sharedWidth = -1;
+    class Private;
+    std::unique_ptr<Private> const d;
 };

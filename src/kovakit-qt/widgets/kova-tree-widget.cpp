@@ -9,9 +9,12 @@
 #include <QHoverEvent>
 #include <QKeyEvent>
 #include <QPainter>
+#include <QPersistentModelIndex>
 #include <QPointer>
 #include <QScrollBar>
 #include <QStyle>
+
+#include <optional>
 
 namespace {
 
@@ -20,15 +23,44 @@ constexpr int frame = 1;
 
 } // namespace
 
+class Q_DECL_HIDDEN KovaTreeWidget::Private
+{
+public:
+    explicit Private(KovaTreeWidget *tree)
+        : q(tree)
+    {
+    }
+
+    [[nodiscard]] QPoint pointerPosition() const;
+    [[nodiscard]] bool isUnderPointer(const QRect &row) const;
+    [[nodiscard]] int leadingX() const;
+    [[nodiscard]] QModelIndex rowAt(const QPoint &position) const;
+    void setHoveredRow(const QModelIndex &index);
+    void updateRow(const QModelIndex &index) const;
+    [[nodiscard]] QRect highlightRect(const QRect &row) const;
+    void drawFocusRing(QPainter *painter, const QRect &row) const;
+    void drawHighlight(QPainter *painter, const QRect &row, const QColor &color) const;
+
+    KovaTreeWidget *const q;
+    QColor selectedColor;
+    QColor hoverColor;
+    QColor focusColor;
+    bool isInRightPress = false;
+    std::optional<QPoint> paintPointer;
+    std::optional<QPoint> lastPointer;
+    QPersistentModelIndex hoveredRow;
+};
+
 KovaTreeWidget::KovaTreeWidget(QWidget *parent)
     : QTreeWidget(parent)
+    , d(std::make_unique<Private>(this))
 {
     viewport()->setAttribute(Qt::WA_Hover);
 }
 
 KovaTreeWidget::~KovaTreeWidget()
 {
-    if (!m_isInRightPress)
+    if (!d->isInRightPress)
         return;
     // Qt sends the viewport a context menu event when it has done with the press.
     QWidget *target = viewport();
@@ -38,14 +70,19 @@ KovaTreeWidget::~KovaTreeWidget()
 
 void KovaTreeWidget::setBackgroundColor(QColor selected, QColor hover)
 {
-    m_selectedColor = selected;
-    m_hoverColor = hover;
+    d->selectedColor = selected;
+    d->hoverColor = hover;
     viewport()->update();
+}
+
+QColor KovaTreeWidget::focusColor() const
+{
+    return d->focusColor;
 }
 
 void KovaTreeWidget::setFocusColor(const QColor &color)
 {
-    m_focusColor = color;
+    d->focusColor = color;
     viewport()->update();
 }
 
@@ -74,11 +111,11 @@ void KovaTreeWidget::mousePressEvent(QMouseEvent *event)
 {
     if (event->button() == Qt::RightButton) {
         const QPointer<KovaTreeWidget> guard(this);
-        m_isInRightPress = true;
+        d->isInRightPress = true;
         Q_EMIT sigMouseRightClickEvent(event);
         if (!guard)
             return;
-        m_isInRightPress = false;
+        d->isInRightPress = false;
     }
     QTreeWidget::mousePressEvent(event);
 }
@@ -108,13 +145,13 @@ bool KovaTreeWidget::viewportEvent(QEvent *event)
     switch (event->type()) {
     case QEvent::HoverEnter:
     case QEvent::HoverMove:
-        m_lastPointer = viewport()->mapTo(this, static_cast<QHoverEvent *>(event)->pos());
-        setHoveredRow(rowAt(*m_lastPointer));
+        d->lastPointer = viewport()->mapTo(this, static_cast<QHoverEvent *>(event)->pos());
+        d->setHoveredRow(d->rowAt(*d->lastPointer));
         break;
     case QEvent::HoverLeave:
     case QEvent::Leave:
-        m_lastPointer.reset();
-        setHoveredRow(QModelIndex());
+        d->lastPointer.reset();
+        d->setHoveredRow(QModelIndex());
         break;
     default:
         break;
@@ -125,8 +162,8 @@ bool KovaTreeWidget::viewportEvent(QEvent *event)
 void KovaTreeWidget::scrollContentsBy(int dx, int dy)
 {
     QTreeWidget::scrollContentsBy(dx, dy);
-    if (m_lastPointer)
-        setHoveredRow(rowAt(*m_lastPointer));
+    if (d->lastPointer)
+        d->setHoveredRow(d->rowAt(*d->lastPointer));
 }
 
 void KovaTreeWidget::selectionChanged(const QItemSelection &selected,
@@ -140,57 +177,57 @@ void KovaTreeWidget::selectionChanged(const QItemSelection &selected,
 void KovaTreeWidget::currentChanged(const QModelIndex &current, const QModelIndex &previous)
 {
     QTreeWidget::currentChanged(current, previous);
-    updateRow(previous);
-    updateRow(current);
+    d->updateRow(previous);
+    d->updateRow(current);
 }
 
 void KovaTreeWidget::paintEvent(QPaintEvent *event)
 {
     // On X11 the question is a round trip to the server.
-    m_paintPointer = mapFromGlobal(QCursor::pos());
+    d->paintPointer = mapFromGlobal(QCursor::pos());
     QTreeWidget::paintEvent(event);
-    m_paintPointer.reset();
+    d->paintPointer.reset();
 }
 
-QPoint KovaTreeWidget::pointerPosition() const
+QPoint KovaTreeWidget::Private::pointerPosition() const
 {
-    return m_paintPointer ? *m_paintPointer : mapFromGlobal(QCursor::pos());
+    return paintPointer ? *paintPointer : q->mapFromGlobal(QCursor::pos());
 }
 
-bool KovaTreeWidget::isUnderPointer(const QRect &row) const
+bool KovaTreeWidget::Private::isUnderPointer(const QRect &row) const
 {
     // A scroll bar on the left side of the viewport moves the rows sideways as well.
-    const int dx = isRightToLeft() ? viewport()->x() - frameWidth() : 0;
+    const int dx = q->isRightToLeft() ? q->viewport()->x() - q->frameWidth() : 0;
     return row.translated(dx, frame).contains(pointerPosition());
 }
 
-int KovaTreeWidget::leadingX() const
+int KovaTreeWidget::Private::leadingX() const
 {
-    const int offset = header()->offset();
-    return isRightToLeft() ? viewport()->width() - 1 + offset : -offset;
+    const int offset = q->header()->offset();
+    return q->isRightToLeft() ? q->viewport()->width() - 1 + offset : -offset;
 }
 
-QModelIndex KovaTreeWidget::rowAt(const QPoint &position) const
+QModelIndex KovaTreeWidget::Private::rowAt(const QPoint &position) const
 {
     // A row reaches beyond its columns: look for it where they begin.
-    return indexAt({leadingX(), position.y() - frame});
+    return q->indexAt({leadingX(), position.y() - frame});
 }
 
-void KovaTreeWidget::setHoveredRow(const QModelIndex &index) const
+void KovaTreeWidget::Private::setHoveredRow(const QModelIndex &index)
 {
-    const QModelIndex shown = index.siblingAtColumn(columnAt(leadingX()));
-    if (m_hoveredRow == shown)
+    const QModelIndex shown = index.siblingAtColumn(q->columnAt(leadingX()));
+    if (hoveredRow == shown)
         return;
-    updateRow(m_hoveredRow);
+    updateRow(hoveredRow);
     updateRow(shown);
-    m_hoveredRow = shown;
+    hoveredRow = shown;
 }
 
-void KovaTreeWidget::updateRow(const QModelIndex &index) const
+void KovaTreeWidget::Private::updateRow(const QModelIndex &index) const
 {
-    const QRect row = visualRect(index);
+    const QRect row = q->visualRect(index);
     if (row.isValid())
-        viewport()->update(0, row.top(), viewport()->width(), row.height());
+        q->viewport()->update(0, row.top(), q->viewport()->width(), row.height());
 }
 
 void KovaTreeWidget::drawBranches(QPainter *painter, const QRect &rect,
@@ -209,11 +246,11 @@ void KovaTreeWidget::drawRow(QPainter *painter, const QStyleOptionViewItem &opti
         return;
     }
     if (selectionModel()->isRowSelected(index.row(), index.parent())) {
-        drawHighlight(painter, option.rect, m_selectedColor);
-    } else if (isUnderPointer(option.rect)) {
-        drawHighlight(painter, option.rect, m_hoverColor);
+        d->drawHighlight(painter, option.rect, d->selectedColor);
+    } else if (d->isUnderPointer(option.rect)) {
+        d->drawHighlight(painter, option.rect, d->hoverColor);
         // What was painted before the pointer moved here may still show another row.
-        setHoveredRow(index);
+        d->setHoveredRow(index);
     }
     if (item->flags() & Qt::ItemIsUserCheckable) {
         QTreeWidget::drawRow(painter, option, index);
@@ -222,18 +259,18 @@ void KovaTreeWidget::drawRow(QPainter *painter, const QStyleOptionViewItem &opti
         rowOption.state &= ~QStyle::State_Enabled;
         QTreeWidget::drawRow(painter, rowOption, index);
     }
-    if (m_focusColor.isValid() && hasFocus() && item == currentItem())
-        drawFocusRing(painter, option.rect);
+    if (d->focusColor.isValid() && hasFocus() && item == currentItem())
+        d->drawFocusRing(painter, option.rect);
 }
 
-QRect KovaTreeWidget::highlightRect(const QRect &row) const
+QRect KovaTreeWidget::Private::highlightRect(const QRect &row) const
 {
     const int width = int(row.width() - 3 * DPIinfo::getInstance()->getDPI());
-    const int left = isRightToLeft() ? row.left() + row.width() - width : row.left();
+    const int left = q->isRightToLeft() ? row.left() + row.width() - width : row.left();
     return {left, row.top(), width, row.height()};
 }
 
-void KovaTreeWidget::drawFocusRing(QPainter *painter, const QRect &row) const
+void KovaTreeWidget::Private::drawFocusRing(QPainter *painter, const QRect &row) const
 {
     const double width = qMax(1, kovaPx(2));
     // Inside the outline of the highlight.
@@ -241,13 +278,14 @@ void KovaTreeWidget::drawFocusRing(QPainter *painter, const QRect &row) const
     painter->save();
     painter->setRenderHint(QPainter::Antialiasing);
     painter->setBrush(Qt::NoBrush);
-    painter->setPen(QPen(m_focusColor, width));
+    painter->setPen(QPen(focusColor, width));
     painter->drawRoundedRect(QRectF(highlightRect(row)).adjusted(inset, inset, -inset, -inset),
                              kovaPx(2), kovaPx(2));
     painter->restore();
 }
 
-void KovaTreeWidget::drawHighlight(QPainter *painter, const QRect &row, const QColor &color) const
+void KovaTreeWidget::Private::drawHighlight(QPainter *painter, const QRect &row,
+                                            const QColor &color) const
 {
     painter->save();
     // Rows are repainted one by one: an outline over the edge would stay behind on the neighbours.

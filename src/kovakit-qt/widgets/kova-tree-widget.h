@@ -5,11 +5,9 @@
 #include <kovakit-qt/widgets/item-delegate.h>
 
 #include <QColor>
-#include <QPersistentModelIndex>
-#include <QPoint>
 #include <QTreeWidget>
 
-#include <optional>
+#include <memory>
 
 /**
  * A tree, made for folders, with a rounded highlight behind the selected rows and the row under the
@@ -48,7 +46,7 @@ public:
     void setBackgroundColor(QColor selected, QColor hover);
 
     /** The colour of the ring round the current row of a tree with the focus; invalid for none. */
-    [[nodiscard]] QColor focusColor() const { return m_focusColor; }
+    [[nodiscard]] QColor focusColor() const;
 
     /**
      * Sets the colour of the ring round the current row, which is shown while the tree has the
@@ -109,21 +107,6 @@ protected:
                  const QModelIndex &index) const override;
 
 private:
-    QPoint pointerPosition() const;
-    bool isUnderPointer(const QRect &row) const;
-    int leadingX() const;
-    QModelIndex rowAt(const QPoint &position) const;
-    void setHoveredRow(const QModelIndex &index) const;
-    void updateRow(const QModelIndex &index) const;
-    QRect highlightRect(const QRect &row) const;
-    void drawFocusRing(QPainter *painter, const QRect &row) const;
-    void drawHighlight(QPainter *painter, const QRect &row, const QColor &color) const;
-
-    QColor m_selectedColor;
-    QColor m_hoverColor;
-    QColor m_focusColor;
-    bool m_isInRightPress = false;
-    std::optional<QPoint> m_paintPointer;
-    std::optional<QPoint> m_lastPointer;
-    mutable QPersistentModelIndex m_hoveredRow;
+    class Private;
+    std::unique_ptr<Private> const d;
 };

@@ -7,6 +7,7 @@
 #include <kovakit-qt/style/style-manager.h>
 
 #include <QEvent>
+#include <QIcon>
 #include <QMouseEvent>
 
 namespace {
@@ -18,7 +19,29 @@ QString houseStyle()
 
 } // namespace
 
+class Q_DECL_HIDDEN KovaIconButton::Private
+{
+public:
+    explicit Private(KovaIconButton *button)
+        : q(button)
+    {
+    }
+
+    void applyLook(const QString &style);
+    void showIcon(const QIcon &icon);
+    void showRestingIcon();
+    void setIconSizeFrom(const QPixmap &pixmap);
+
+    KovaIconButton *const q;
+    QIcon defaultIcon;
+    QIcon pressIcon;
+    QIcon hoverIcon;
+    QIcon disableIcon;
+    QSize iconSize{-1, -1};
+};
+
 KovaIconButton::KovaIconButton(const QPixmap &pixmap)
+    : d(std::make_unique<Private>(this))
 {
     setDefaultIcon(pixmap);
     initialize();
@@ -31,75 +54,78 @@ KovaIconButton::KovaIconButton(const QString &imageName)
 
 KovaIconButton::KovaIconButton(const QString &imageName, const QString &style, QWidget *parent)
     : QToolButton(parent)
+    , d(std::make_unique<Private>(this))
 {
     setAllIcon(imageName);
-    applyLook(style);
+    d->applyLook(style);
 }
+
+KovaIconButton::~KovaIconButton() = default;
 
 void KovaIconButton::initialize()
 {
-    applyLook(houseStyle());
+    d->applyLook(houseStyle());
 }
 
-void KovaIconButton::applyLook(const QString &style)
+void KovaIconButton::Private::applyLook(const QString &style)
 {
-    setToolButtonStyle(Qt::ToolButtonIconOnly);
-    setSizePolicy(QSizePolicy::Fixed, QSizePolicy::Fixed);
-    setStyleSheet(style);
-    setPopupMode(QToolButton::InstantPopup);
+    q->setToolButtonStyle(Qt::ToolButtonIconOnly);
+    q->setSizePolicy(QSizePolicy::Fixed, QSizePolicy::Fixed);
+    q->setStyleSheet(style);
+    q->setPopupMode(QToolButton::InstantPopup);
 }
 
 void KovaIconButton::setDefaultIcon(const QPixmap &pixmap)
 {
-    m_defaultIcon = QIcon(pixmap);
-    m_pressIcon = m_defaultIcon;
-    m_hoverIcon = m_defaultIcon;
-    m_disableIcon = m_defaultIcon;
-    setIconSizeFrom(pixmap);
-    setIcon(m_defaultIcon);
+    d->defaultIcon = QIcon(pixmap);
+    d->pressIcon = d->defaultIcon;
+    d->hoverIcon = d->defaultIcon;
+    d->disableIcon = d->defaultIcon;
+    d->setIconSizeFrom(pixmap);
+    setIcon(d->defaultIcon);
 }
 
 void KovaIconButton::setPressIcon(const QPixmap &pixmap)
 {
-    m_pressIcon = QIcon(pixmap);
+    d->pressIcon = QIcon(pixmap);
 }
 
 void KovaIconButton::setHoverIcon(const QPixmap &pixmap)
 {
-    m_hoverIcon = QIcon(pixmap);
+    d->hoverIcon = QIcon(pixmap);
 }
 
 void KovaIconButton::setDisableIcon(const QPixmap &pixmap)
 {
-    m_disableIcon = QIcon(pixmap);
+    d->disableIcon = QIcon(pixmap);
 }
 
 void KovaIconButton::setAllIcon(const QString &imageName)
 {
     ImageManager *images = ImageManager::getInstance();
-    m_defaultIcon = images->getIcon(imageName, ImageManager::Default);
-    m_hoverIcon = images->getIcon(imageName, ImageManager::Hover);
-    m_pressIcon = images->getIcon(imageName, ImageManager::Click);
-    m_disableIcon = images->getIcon(imageName, ImageManager::Disable);
-    setIconSizeFrom(getGlobalImage(imageName, ImageManager::Default));
-    setIcon(m_defaultIcon);
+    d->defaultIcon = images->getIcon(imageName, ImageManager::Default);
+    d->hoverIcon = images->getIcon(imageName, ImageManager::Hover);
+    d->pressIcon = images->getIcon(imageName, ImageManager::Click);
+    d->disableIcon = images->getIcon(imageName, ImageManager::Disable);
+    d->setIconSizeFrom(getGlobalImage(imageName, ImageManager::Default));
+    setIcon(d->defaultIcon);
 }
 
-void KovaIconButton::setIconSizeFrom(const QPixmap &pixmap)
+void KovaIconButton::Private::setIconSizeFrom(const QPixmap &pixmap)
 {
     const double ratio = DPIinfo::getInstance()->getDPR();
-    m_iconSize = QSize(qRound(pixmap.width() / ratio), qRound(pixmap.height() / ratio));
+    iconSize = QSize(qRound(pixmap.width() / ratio), qRound(pixmap.height() / ratio));
 }
 
-void KovaIconButton::showIcon(const QIcon &icon)
+void KovaIconButton::Private::showIcon(const QIcon &icon)
 {
-    setIcon(icon);
-    setIconSize(m_iconSize);
+    q->setIcon(icon);
+    q->setIconSize(iconSize);
 }
 
-void KovaIconButton::showRestingIcon()
+void KovaIconButton::Private::showRestingIcon()
 {
-    showIcon(isEnabled() ? m_defaultIcon : m_disableIcon);
+    showIcon(q->isEnabled() ? defaultIcon : disableIcon);
 }
 
 void KovaIconButton::paintEvent(QPaintEvent *event)
@@ -111,28 +137,28 @@ void KovaIconButton::paintEvent(QPaintEvent *event)
 void KovaIconButton::enterEvent(QEvent *event)
 {
     if (isEnabled())
-        showIcon(m_hoverIcon);
+        d->showIcon(d->hoverIcon);
     QToolButton::enterEvent(event);
 }
 
 void KovaIconButton::leaveEvent(QEvent *event)
 {
     if (isEnabled() && !hasFocus())
-        showIcon(m_defaultIcon);
+        d->showIcon(d->defaultIcon);
     QToolButton::leaveEvent(event);
 }
 
 void KovaIconButton::mousePressEvent(QMouseEvent *event)
 {
     if (isEnabled())
-        showIcon(m_pressIcon);
+        d->showIcon(d->pressIcon);
     QToolButton::mousePressEvent(event);
 }
 
 void KovaIconButton::mouseReleaseEvent(QMouseEvent *event)
 {
     if (isEnabled())
-        showIcon(m_defaultIcon);
+        d->showIcon(d->defaultIcon);
     if (popupMode() == MenuButtonPopup)
         QToolButton::mouseReleaseEvent(event);
     else
@@ -143,13 +169,13 @@ void KovaIconButton::mouseReleaseEvent(QMouseEvent *event)
 void KovaIconButton::changeEvent(QEvent *event)
 {
     if (event->type() == QEvent::EnabledChange)
-        showRestingIcon();
+        d->showRestingIcon();
     QToolButton::changeEvent(event);
 }
 
 void KovaIconButton::showEvent(QShowEvent *event)
 {
-    showRestingIcon();
+    d->showRestingIcon();
     // QToolButton has no handling of its own here.
     QWidget::showEvent(event); // NOLINT(bugprone-parent-virtual-call)
 }

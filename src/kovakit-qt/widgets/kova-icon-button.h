@@ -2,9 +2,9 @@
 
 #include <kovakit-qt/kovakit-export.h>
 
-#include <QIcon>
-#include <QSize>
 #include <QToolButton>
+
+#include <memory>
 
 /**
  * A button that shows a picture alone and changes it with the pointer and the enabled state.
@@ -28,6 +28,8 @@ public:
      * shows nothing; either way with a warning for each state.
      */
     explicit KovaIconButton(const QString &imageName);
+
+    ~KovaIconButton() override;
 
     /** Shows @p pixmap at once and in every state, also in those that had a picture of their own.
      */
@@ -58,6 +60,15 @@ public:
     void initialize();
 
 protected:
+    /**
+     * A button that shows the four pictures of @p imageName and has the style text @p style in
+     * place of that of "component.icon_button"; @p parent owns it.
+     *
+     * For subclasses with a look of their own: Qt would have to work out a style text that they set
+     * afterwards as well as the first one.
+     */
+    KovaIconButton(const QString &imageName, const QString &style, QWidget *parent);
+
     /** Draws the icon from all the pixels of the device. */
     void paintEvent(QPaintEvent *event) override;
     /** Shows the hover picture if enabled. */
@@ -74,19 +85,6 @@ protected:
     void showEvent(QShowEvent *event) override;
 
 private:
-    friend class KovaFilterBar;
-
-    // With a style of its own from the start: one set later is worked out on top of the first.
-    KovaIconButton(const QString &imageName, const QString &style, QWidget *parent);
-
-    void applyLook(const QString &style);
-    void showIcon(const QIcon &icon);
-    void showRestingIcon();
-    void setIconSizeFrom(const QPixmap &pixmap);
-
-    QIcon m_defaultIcon;
-    QIcon m_pressIcon;
-    QIcon m_hoverIcon;
-    QIcon m_disableIcon;
-    QSize m_iconSize{-1, -1};
+    class Private;
+    std::unique_ptr<Private> const d;
 };

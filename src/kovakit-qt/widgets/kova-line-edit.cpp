@@ -14,6 +14,8 @@
 #include <QStyle>
 #include <QTextDocument>
 
+#include <initializer_list>
+
 namespace {
 
 // Screen readers speak it in the language of their user ("warning"), and Qt has no state for an
@@ -68,101 +70,133 @@ QString withoutMarks(const QString &text)
 
 } // namespace
 
+class Q_DECL_HIDDEN KovaLineEdit::Private
+{
+public:
+    explicit Private(KovaLineEdit *widget)
+        : layout(new QHBoxLayout(widget))
+    {
+    }
+
+    void readLabels();
+    void describeError(bool error);
+
+    QHBoxLayout *const layout;
+    QLabel *const preLabel = new QLabel;
+    QLabel *const postLabel = new QLabel;
+    QLineEdit *const lineEdit = new QLineEdit;
+    QString labelName;
+    bool (*validator)(const QString &) = nullptr;
+};
+
 KovaLineEdit::KovaLineEdit(QWidget *parent)
     : QWidget(parent)
-    , m_layout(new QHBoxLayout(this))
-    , m_preLabel(new QLabel)
-    , m_postLabel(new QLabel)
-    , m_lineEdit(new QLineEdit)
+    , d(std::make_unique<Private>(this))
 {
-    m_layout->setAlignment(Qt::AlignLeft);
+    d->layout->setAlignment(Qt::AlignLeft);
     setSpacing(0);
     setMargins(0, 0, 0, 0);
-    for (QWidget *widget : {static_cast<QWidget *>(m_preLabel), static_cast<QWidget *>(m_lineEdit),
-                            static_cast<QWidget *>(m_postLabel)})
-        m_layout->addWidget(widget);
+    for (QWidget *widget : std::initializer_list<QWidget *>{d->preLabel, d->lineEdit, d->postLabel})
+        d->layout->addWidget(widget);
 
     const QString labelStyle = getStyleSheet("component.lineedit_label", false);
-    m_preLabel->setStyleSheet(labelStyle);
-    setPlaceholderApart(m_lineEdit);
-    m_lineEdit->setStyleSheet(getStyleSheet("component.lineedit", false));
-    m_postLabel->setStyleSheet(labelStyle);
+    d->preLabel->setStyleSheet(labelStyle);
+    setPlaceholderApart(d->lineEdit);
+    d->lineEdit->setStyleSheet(getStyleSheet("component.lineedit", false));
+    d->postLabel->setStyleSheet(labelStyle);
 
-    setFocusProxy(m_lineEdit);
+    setFocusProxy(d->lineEdit);
+}
+
+KovaLineEdit::~KovaLineEdit() = default;
+
+QLabel *KovaLineEdit::getPreLabel() const
+{
+    return d->preLabel;
+}
+
+QLabel *KovaLineEdit::getPostLabel() const
+{
+    return d->postLabel;
+}
+
+QLineEdit *KovaLineEdit::getLineEdit() const
+{
+    return d->lineEdit;
 }
 
 void KovaLineEdit::setMargins(int left, int top, int right, int bottom)
 {
-    m_layout->setContentsMargins(kovaPx(left), kovaPx(top), kovaPx(right), kovaPx(bottom));
+    d->layout->setContentsMargins(kovaPx(left), kovaPx(top), kovaPx(right), kovaPx(bottom));
 }
 
 void KovaLineEdit::setSpacing(int spacing)
 {
-    m_layout->setSpacing(kovaPx(spacing));
+    d->layout->setSpacing(kovaPx(spacing));
 }
 
 void KovaLineEdit::setValidator(bool (*validator)(const QString &))
 {
-    m_validator = validator;
+    d->validator = validator;
 }
 
 bool KovaLineEdit::validate() const
 {
-    return !m_validator || m_validator(m_lineEdit->text());
+    return !d->validator || d->validator(d->lineEdit->text());
 }
 
 void KovaLineEdit::setError(bool error)
 {
-    m_lineEdit->setProperty("error", error);
-    m_lineEdit->style()->polish(m_lineEdit);
-    m_lineEdit->update();
-    describeError(error);
+    d->lineEdit->setProperty("error", error);
+    d->lineEdit->style()->polish(d->lineEdit);
+    d->lineEdit->update();
+    d->describeError(error);
 }
 
-void KovaLineEdit::describeError(bool error)
+void KovaLineEdit::Private::describeError(bool error)
 {
-    const QString description = m_lineEdit->accessibleDescription();
+    const QString description = lineEdit->accessibleDescription();
     const bool described = description.startsWith(warningSign());
     if (error && !described) {
-        m_lineEdit->setAccessibleDescription(
+        lineEdit->setAccessibleDescription(
             QString(warningSign() + QLatin1Char(' ') + description).trimmed());
-        QAccessibleEvent alert(m_lineEdit, QAccessible::Alert);
+        QAccessibleEvent alert(lineEdit, QAccessible::Alert);
         QAccessible::updateAccessibility(&alert);
     } else if (!error && described) {
-        m_lineEdit->setAccessibleDescription(description.mid(warningSign().size()).trimmed());
+        lineEdit->setAccessibleDescription(description.mid(warningSign().size()).trimmed());
     }
 }
 
 QString KovaLineEdit::getEditText() const
 {
-    return m_lineEdit->text();
+    return d->lineEdit->text();
 }
 
 bool KovaLineEdit::event(QEvent *event)
 {
     if (event->type() == QEvent::LayoutRequest || event->type() == QEvent::Show)
-        readLabels();
+        d->readLabels();
     return QWidget::event(event);
 }
 
-void KovaLineEdit::readLabels()
+void KovaLineEdit::Private::readLabels()
 {
     QString name;
-    for (QLabel *label : {m_preLabel, m_postLabel}) {
+    for (QLabel *label : {preLabel, postLabel}) {
         const QString text = label->text();
         const bool marked = isMarked(text);
-        if (marked != (label->buddy() == m_lineEdit)) {
+        if (marked != (label->buddy() == lineEdit)) {
             // Only a new text makes a label forget that the one before it was marked.
             label->setText(QString());
-            label->setBuddy(marked ? m_lineEdit : nullptr);
+            label->setBuddy(marked ? lineEdit : nullptr);
             label->setText(text);
         }
         if (name.isEmpty())
             name = marked ? withoutMarks(text) : withoutMarkup(text);
     }
     // What the owner has called the field stays.
-    const QString known = m_lineEdit->accessibleName();
-    if (known != name && (known.isEmpty() || known == m_labelName))
-        m_lineEdit->setAccessibleName(name);
-    m_labelName = name;
+    const QString known = lineEdit->accessibleName();
+    if (known != name && (known.isEmpty() || known == labelName))
+        lineEdit->setAccessibleName(name);
+    labelName = name;
 }

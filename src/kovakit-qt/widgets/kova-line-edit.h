@@ -4,7 +4,8 @@
 
 #include <QWidget>
 
-class QHBoxLayout;
+#include <memory>
+
 class QLabel;
 class QLineEdit;
 
@@ -32,6 +33,8 @@ public:
     /** An empty row without margins and spacing; @p parent owns it. */
     explicit KovaLineEdit(QWidget *parent = nullptr);
 
+    ~KovaLineEdit() override;
+
     /** Sets the margins around the row, in design pixels. */
     void setMargins(int left, int top, int right, int bottom);
 
@@ -58,13 +61,13 @@ public:
     void setError(bool error);
 
     /** The label before the field, owned by this widget. */
-    [[nodiscard]] QLabel *getPreLabel() const { return m_preLabel; }
+    [[nodiscard]] QLabel *getPreLabel() const;
 
     /** The label after the field, owned by this widget. */
-    [[nodiscard]] QLabel *getPostLabel() const { return m_postLabel; }
+    [[nodiscard]] QLabel *getPostLabel() const;
 
     /** The field itself, owned by this widget. */
-    [[nodiscard]] QLineEdit *getLineEdit() const { return m_lineEdit; }
+    [[nodiscard]] QLineEdit *getLineEdit() const;
 
     /** The text of the field. */
     [[nodiscard]] QString getEditText() const;
@@ -74,13 +77,6 @@ protected:
     bool event(QEvent *event) override;
 
 private:
-    void readLabels();
-    void describeError(bool error);
-
-    QHBoxLayout *m_layout;
-    QLabel *m_preLabel;
-    QLabel *m_postLabel;
-    QLineEdit *m_lineEdit;
-    QString m_labelName;
-    bool (*m_validator)(const QString &) = nullptr;
+    class Private;
+    std::unique_ptr<Private> const d;
 };

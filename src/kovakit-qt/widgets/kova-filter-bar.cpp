@@ -12,71 +12,108 @@
 
 #include <utility>
 
+namespace {
+
+class SearchButton : public KovaIconButton
+{
+public:
+    explicit SearchButton(QWidget *parent)
+        : KovaIconButton(QStringLiteral("bt_search_dropdown"),
+                         getStyleSheet("component.filter_search_button", false), parent)
+    {
+    }
+};
+
+} // namespace
+
+class Q_DECL_HIDDEN KovaFilterBar::Private
+{
+public:
+    explicit Private(KovaFilterBar *bar)
+        : q(bar)
+    {
+    }
+
+    void nameButton();
+    void placeButton();
+
+    KovaFilterBar *const q;
+    KovaIconButton *searchButton = nullptr;
+    QMetaObject::Connection menuChanges;
+    bool isInKeyPress = false;
+    bool isKeywordChanged = false;
+};
+
 KovaFilterBar::KovaFilterBar(QWidget *parent)
     : QLineEdit(parent)
+    , d(std::make_unique<Private>(this))
 {
     setAttribute(Qt::WA_MacShowFocusRect, false);
     setPlaceholderApart(this);
-    // First, so that the button is not told of it later.
+    // Before the button is made: a style text of the bar polishes all children that it has.
     setStyleSheet(getStyleSheet("component.lineedit", false)
                   + getStyleSheet("component.filter_bar_padding", false));
 
-    m_searchButton =
-        new KovaIconButton(QStringLiteral("bt_search_dropdown"),
-                           getStyleSheet("component.filter_search_button", false), this);
-    m_searchButton->setFocusPolicy(Qt::NoFocus);
-    m_searchButton->setCursor(Qt::ArrowCursor);
-    m_searchButton->setFixedSize(kovaPx(34), kovaPx(24));
-    placeButton();
+    d->searchButton = new SearchButton(this);
+    d->searchButton->setFocusPolicy(Qt::NoFocus);
+    d->searchButton->setCursor(Qt::ArrowCursor);
+    d->searchButton->setFixedSize(kovaPx(34), kovaPx(24));
+    d->placeButton();
 
     setFixedHeight(kovaPx(28));
     connect(this, &QLineEdit::returnPressed, this, &KovaFilterBar::slotKeywordChange);
 }
 
+KovaFilterBar::~KovaFilterBar()
+{
+    // A menu that the bar owns ends after d.
+    disconnect(d->menuChanges);
+}
+
 // Styles keep their padding free where the text begins.
-void KovaFilterBar::placeButton()
+void KovaFilterBar::Private::placeButton()
 {
     const int margin = kovaPx(4);
-    const int x = isRightToLeft() ? width() - margin - m_searchButton->width() : margin;
-    m_searchButton->move(x, kovaPx(2));
+    const int x = q->isRightToLeft() ? q->width() - margin - searchButton->width() : margin;
+    searchButton->move(x, kovaPx(2));
 }
 
 void KovaFilterBar::resizeEvent(QResizeEvent *event)
 {
     QLineEdit::resizeEvent(event);
-    placeButton();
+    d->placeButton();
 }
 
 void KovaFilterBar::changeEvent(QEvent *event)
 {
     QLineEdit::changeEvent(event);
     if (event->type() == QEvent::LayoutDirectionChange)
-        placeButton();
+        d->placeButton();
 }
 
 void KovaFilterBar::setMenu(QMenu *menu)
 {
-    if (const QMenu *former = m_searchButton->menu())
-        disconnect(former->menuAction(), &QAction::changed, this, &KovaFilterBar::nameButton);
-    m_searchButton->setMenu(menu);
+    disconnect(d->menuChanges);
+    d->searchButton->setMenu(menu);
     if (menu) {
         dropLateClicks(menu);
-        connect(menu->menuAction(), &QAction::changed, this, &KovaFilterBar::nameButton);
+        d->menuChanges =
+            connect(menu->menuAction(), &QAction::changed, this, [this] { d->nameButton(); });
     }
-    nameButton();
+    d->nameButton();
 }
 
-void KovaFilterBar::nameButton()
+void KovaFilterBar::Private::nameButton()
 {
-    const QMenu *menu = m_searchButton->menu();
-    m_searchButton->setAccessibleName(menu ? menu->title() : QString());
+    const QMenu *menu = searchButton->menu();
+    searchButton->setAccessibleName(menu ? menu->title() : QString());
 }
 
 void KovaFilterBar::slotKeywordChange()
 {
     // A line edit goes on after it told of Return, while the host may delete it in answer.
-    if (m_isInKeyPress)
-        m_isKeywordChanged = true;
+    if (d->isInKeyPress)
+        d->isKeywordChanged = true;
     else
         Q_EMIT sigKeywordChanged(text());
 }
@@ -84,13 +121,13 @@ void KovaFilterBar::slotKeywordChange()
 void KovaFilterBar::keyPressEvent(QKeyEvent *event)
 {
     if (event->key() != Qt::Key_Down) {
-        m_isInKeyPress = true;
+        d->isInKeyPress = true;
         QLineEdit::keyPressEvent(event);
-        m_isInKeyPress = false;
-        if (std::exchange(m_isKeywordChanged, false))
+        d->isInKeyPress = false;
+        if (std::exchange(d->isKeywordChanged, false))
             Q_EMIT sigKeywordChanged(text());
         return;
     }
     // Nothing of this may be touched after the menu: its loop can outlive the bar.
-    m_searchButton->showMenu();
+    d->searchButton->showMenu();
 }

@@ -4,7 +4,8 @@
 
 #include <QLineEdit>
 
-class KovaIconButton;
+#include <memory>
+
 class QMenu;
 
 /**
@@ -21,6 +22,8 @@ class KOVAKIT_EXPORT KovaFilterBar : public QLineEdit
 public:
     /** An empty field without a menu; @p parent owns it. */
     explicit KovaFilterBar(QWidget *parent = nullptr);
+
+    ~KovaFilterBar() override;
 
     /**
      * Sets the menu that drops down, null for none.
@@ -50,10 +53,6 @@ protected:
     void changeEvent(QEvent *event) override;
 
 private:
-    void nameButton();
-    void placeButton();
-
-    KovaIconButton *m_searchButton = nullptr;
-    bool m_isInKeyPress = false;
-    bool m_isKeywordChanged = false;
+    class Private;
+    std::unique_ptr<Private> const d;
 };

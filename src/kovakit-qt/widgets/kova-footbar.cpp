@@ -3,47 +3,66 @@
 #include <kovakit-qt/style/dpi-info.h>
 
 #include <QHBoxLayout>
+#include <QList>
+#include <QPointer>
+
+class Q_DECL_HIDDEN KovaFootbar::Private
+{
+public:
+    explicit Private(KovaFootbar *footbar)
+        : layout(new QHBoxLayout(footbar))
+    {
+    }
+
+    void addGroup(const QList<QPointer<QWidget>> &widgets);
+
+    QHBoxLayout *const layout;
+    QList<QPointer<QWidget>> leftWidgets;
+    QList<QPointer<QWidget>> rightWidgets;
+};
 
 KovaFootbar::KovaFootbar(QWidget *parent)
     : QWidget(parent)
-    , m_layout(new QHBoxLayout(this))
+    , d(std::make_unique<Private>(this))
 {
 }
 
+KovaFootbar::~KovaFootbar() = default;
+
 void KovaFootbar::pushLeftWidget(QWidget *w)
 {
-    m_leftWidgets.append(w);
+    d->leftWidgets.append(w);
 }
 
 void KovaFootbar::pushRightWidget(QWidget *w)
 {
-    m_rightWidgets.append(w);
+    d->rightWidgets.append(w);
 }
 
 void KovaFootbar::init()
 {
     setMargins(20, 8, 20, 8);
     setSpacing(10);
-    m_layout->setAlignment(Qt::AlignLeft);
-    addGroup(m_leftWidgets);
-    m_layout->addStretch(1);
-    addGroup(m_rightWidgets);
+    d->layout->setAlignment(Qt::AlignLeft);
+    d->addGroup(d->leftWidgets);
+    d->layout->addStretch(1);
+    d->addGroup(d->rightWidgets);
 }
 
-void KovaFootbar::addGroup(const QList<QPointer<QWidget>> &widgets)
+void KovaFootbar::Private::addGroup(const QList<QPointer<QWidget>> &widgets)
 {
     for (const QPointer<QWidget> &widget : widgets) {
         if (widget)
-            m_layout->addWidget(widget, 0, Qt::AlignVCenter);
+            layout->addWidget(widget, 0, Qt::AlignVCenter);
     }
 }
 
 void KovaFootbar::setMargins(int left, int top, int right, int bottom)
 {
-    m_layout->setContentsMargins(kovaPx(left), kovaPx(top), kovaPx(right), kovaPx(bottom));
+    d->layout->setContentsMargins(kovaPx(left), kovaPx(top), kovaPx(right), kovaPx(bottom));
 }
 
 void KovaFootbar::setSpacing(int spacing)
 {
-    m_layout->setSpacing(kovaPx(spacing));
+    d->layout->setSpacing(kovaPx(spacing));
 }

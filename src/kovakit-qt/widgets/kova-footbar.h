@@ -2,11 +2,9 @@
 
 #include <kovakit-qt/kovakit-export.h>
 
-#include <QList>
-#include <QPointer>
 #include <QWidget>
 
-class QHBoxLayout;
+#include <memory>
 
 /**
  * The strip at the foot of a window or page: one group of widgets at the left, one at the right.
@@ -18,6 +16,8 @@ class KOVAKIT_EXPORT KovaFootbar : public QWidget
 public:
     /** An empty strip; @p parent owns it. */
     explicit KovaFootbar(QWidget *parent = nullptr);
+
+    ~KovaFootbar() override;
 
     /**
      * Appends @p w to the left group. Until init() takes it over it stays its owner's; deleted
@@ -43,9 +43,6 @@ public:
     void setSpacing(int spacing);
 
 private:
-    void addGroup(const QList<QPointer<QWidget>> &widgets);
-
-    QHBoxLayout *m_layout;
-    QList<QPointer<QWidget>> m_leftWidgets;
-    QList<QPointer<QWidget>> m_rightWidgets;
+    class Private;
+    std::unique_ptr<Private> const d;
 };

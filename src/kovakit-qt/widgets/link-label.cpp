@@ -52,8 +52,26 @@ private:
 
 } // namespace
 
+class Q_DECL_HIDDEN LinkLabel::Private
+{
+public:
+    explicit Private(LinkLabel *label)
+        : q(label)
+    {
+    }
+
+    void startHover();
+    void endHover();
+    void setUnderlined(bool underlined);
+
+    LinkLabel *const q;
+    QString hyperLink;
+    bool holdsCursor = false;
+};
+
 LinkLabel::LinkLabel(const QString &text, QLabel *parent)
     : QLabel(parent)
+    , d(std::make_unique<Private>(this))
 {
     QAccessible::installFactory(createAccessible<LinkLabel, LinkAccessible>);
     // Given to the base, the text would make Qt settle on the interface of a plain label.
@@ -63,8 +81,18 @@ LinkLabel::LinkLabel(const QString &text, QLabel *parent)
 
 LinkLabel::~LinkLabel()
 {
-    if (m_holdsCursor)
+    if (d->holdsCursor)
         QGuiApplication::restoreOverrideCursor();
+}
+
+void LinkLabel::setHyperLink(const QString &link)
+{
+    d->hyperLink = link;
+}
+
+QString LinkLabel::getHyperLink() const
+{
+    return d->hyperLink;
 }
 
 void LinkLabel::mousePressEvent(QMouseEvent *event)
@@ -86,56 +114,56 @@ void LinkLabel::keyPressEvent(QKeyEvent *event)
 void LinkLabel::enterEvent(QEvent *event)
 {
     if (isEnabled())
-        startHover();
+        d->startHover();
     QLabel::enterEvent(event);
 }
 
 void LinkLabel::leaveEvent(QEvent *event)
 {
     if (isEnabled()) {
-        endHover();
+        d->endHover();
         QLabel::leaveEvent(event);
     } else {
-        m_holdsCursor = false;
+        d->holdsCursor = false;
         QLabel::enterEvent(event);
     }
 }
 
 void LinkLabel::hideEvent(QHideEvent *event)
 {
-    if (m_holdsCursor)
-        endHover();
+    if (d->holdsCursor)
+        d->endHover();
     QLabel::hideEvent(event);
 }
 
 void LinkLabel::changeEvent(QEvent *event)
 {
     if (event->type() == QEvent::EnabledChange && isEnabled() && isVisible() && underMouse())
-        startHover();
+        d->startHover();
     QLabel::changeEvent(event);
 }
 
-void LinkLabel::startHover()
+void LinkLabel::Private::startHover()
 {
-    if (!m_holdsCursor)
+    if (!holdsCursor)
         QGuiApplication::setOverrideCursor(Qt::PointingHandCursor);
-    m_holdsCursor = true;
+    holdsCursor = true;
     setUnderlined(true);
 }
 
-void LinkLabel::endHover()
+void LinkLabel::Private::endHover()
 {
-    if (m_holdsCursor)
+    if (holdsCursor)
         QGuiApplication::restoreOverrideCursor();
-    m_holdsCursor = false;
+    holdsCursor = false;
     setUnderlined(false);
 }
 
-void LinkLabel::setUnderlined(bool underlined)
+void LinkLabel::Private::setUnderlined(bool underlined)
 {
-    QFont changed = font();
+    QFont changed = q->font();
     changed.setUnderline(underlined);
-    setFont(changed);
+    q->setFont(changed);
 }
 
 void LinkLabel::paintEvent(QPaintEvent *event)

@@ -4,6 +4,8 @@
 
 #include <QLabel>
 
+#include <memory>
+
 /**
  * A label that looks and behaves like a link but opens nothing by itself.
  *
@@ -23,10 +25,10 @@ public:
     ~LinkLabel() override;
 
     /** Stores the target. It is never opened. */
-    void setHyperLink(const QString &link) { m_hyperLink = link; }
+    void setHyperLink(const QString &link);
 
     /** The stored target. */
-    [[nodiscard]] QString getHyperLink() const { return m_hyperLink; }
+    [[nodiscard]] QString getHyperLink() const;
 
 Q_SIGNALS:
     /**
@@ -55,10 +57,6 @@ protected:
     void paintEvent(QPaintEvent *event) override;
 
 private:
-    void startHover();
-    void endHover();
-    void setUnderlined(bool underlined);
-
-    QString m_hyperLink;
-    bool m_holdsCursor = false;
+    class Private;
+    std::unique_ptr<Private> const d;
 };

@@ -101,6 +101,8 @@ void ThemeFilesTest::movieRuns()
         before = image;
     }
     QVERIFY(movie.nextFrameDelay() > 0);
+    const int pixels = movie.frameCount() * before.width() * before.height();
+    QVERIFY2(QFileInfo(movie.fileName()).size() < pixels / 10, "is hardly compressed");
 }
 
 void ThemeFilesTest::stringsAreComplete()

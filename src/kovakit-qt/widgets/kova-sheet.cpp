@@ -28,7 +28,7 @@ struct HeapBlock
 std::vector<HeapBlock> pendingBlocks;
 
 template<typename... How>
-void *newBlock(std::size_t size, How... how)
+void *makeBlock(std::size_t size, How... how)
 {
     void *memory = ::operator new(size, how...);
     if (memory)
@@ -63,19 +63,32 @@ void drawStretched(QPainter &painter, const QRect &target, const QPixmap &pictur
 
 } // namespace
 
+class KovaSheet::Private
+{
+public:
+    [[nodiscard]] QMargins shadowMargins() const
+    {
+        return {shadowMargin, shadowMargin, shadowMargin, shadowMargin};
+    }
+
+    // The width of the shadow, in device pixels.
+    const int shadowMargin;
+    const bool isOnHeap;
+};
+
 void *KovaSheet::operator new(std::size_t size)
 {
-    return newBlock(size);
+    return makeBlock(size);
 }
 
 void *KovaSheet::operator new(std::size_t size, const std::nothrow_t &) noexcept
 {
-    return newBlock<const std::nothrow_t &>(size, std::nothrow);
+    return makeBlock<const std::nothrow_t &>(size, std::nothrow);
 }
 
 void *KovaSheet::operator new(std::size_t size, std::align_val_t alignment)
 {
-    return newBlock(size, alignment);
+    return makeBlock(size, alignment);
 }
 
 void *KovaSheet::operator new(std::size_t, void *place) noexcept
@@ -105,11 +118,17 @@ void KovaSheet::operator delete(void *, void *) noexcept { }
 
 KovaSheet::KovaSheet(QWidget *parent)
     : QFrame(parent)
-    , shadowMargin(kovaPx(designShadowMargin))
-    , m_onHeap(takeBlockAround(this))
+    , d(new Private{kovaPx(designShadowMargin), takeBlockAround(this)})
 {
     installSheetAccessibility<KovaSheet, MessageLabel>();
-    setContentsMargins(shadowMargin, shadowMargin, shadowMargin, shadowMargin);
+    setContentsMargins(d->shadowMargins());
+}
+
+KovaSheet::~KovaSheet() = default;
+
+bool KovaSheet::isOnHeap() const
+{
+    return d->isOnHeap;
 }
 
 void KovaSheet::setWidget(QWidget *widget)
@@ -125,7 +144,7 @@ void KovaSheet::showEvent(QShowEvent *event)
 {
     // A style that is applied to the sheet takes the margins away.
     ensurePolished();
-    setContentsMargins(shadowMargin, shadowMargin, shadowMargin, shadowMargin);
+    setContentsMargins(d->shadowMargins());
     QFrame::showEvent(event);
 }
 
@@ -135,13 +154,12 @@ void KovaSheet::paintEvent(QPaintEvent *)
     drawShadow(painter);
     painter.setPen(Qt::NoPen);
     painter.setBrush(Qt::white);
-    painter.drawRect(QRect(QPoint(shadowMargin, shadowMargin),
-                           QPoint(width() - 1 - shadowMargin, height() - 1 - shadowMargin)));
+    painter.drawRect(rect().marginsRemoved(d->shadowMargins()));
 }
 
 void KovaSheet::drawShadow(QPainter &painter)
 {
-    const int m = shadowMargin;
+    const int m = d->shadowMargin;
     const int right = width() - m;
     const int bottom = height() - m;
     const int innerWidth = width() - 2 * m;

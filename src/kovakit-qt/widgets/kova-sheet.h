@@ -5,6 +5,7 @@
 #include <QFrame>
 
 #include <cstddef>
+#include <memory>
 #include <new>
 
 class QPainter;
@@ -29,6 +30,8 @@ class KOVAKIT_EXPORT KovaSheet : public QFrame
 public:
     /** A sheet without content; @p parent owns it. */
     explicit KovaSheet(QWidget *parent);
+
+    ~KovaSheet() override;
 
     /**
      * Shows @p widget in the middle of the sheet, which takes it over.
@@ -63,7 +66,7 @@ public:
      * destroyed while the sheet is being executed, so that it is not deleted twice; otherwise it
      * has to go before its parent, as any such widget.
      */
-    [[nodiscard]] bool isOnHeap() const { return m_onHeap; }
+    [[nodiscard]] bool isOnHeap() const;
 
 Q_SIGNALS:
     /**
@@ -82,6 +85,6 @@ protected:
     void drawShadow(QPainter &painter);
 
 private:
-    int shadowMargin;
-    bool m_onHeap;
+    class Private;
+    std::unique_ptr<Private> const d;
 };

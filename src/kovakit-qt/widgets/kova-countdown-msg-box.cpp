@@ -9,41 +9,52 @@
 #include <QPointer>
 #include <QPushButton>
 #include <QShowEvent>
+#include <QTimer>
+
+class KovaCountdownMessageBox::Private
+{
+public:
+    [[nodiscard]] QString okText() const
+    {
+        return QStringLiteral("%1(%2)").arg(componentString("ok"), QString::number(count));
+    }
+
+    QTimer timer;
+    int count = 0;
+};
 
 KovaCountdownMessageBox::KovaCountdownMessageBox(int seconds, QWidget *parent)
     : QMessageBox(parent)
-    , count(seconds)
+    , d(new Private)
 {
-    connect(&timer, &QTimer::timeout, this, &KovaCountdownMessageBox::slotTick);
-    timer.setInterval(1000);
+    d->count = seconds;
+    connect(&d->timer, &QTimer::timeout, this, &KovaCountdownMessageBox::slotTick);
+    d->timer.setInterval(1000);
     setStandardButtons(Ok | Discard);
     setStyleSheet(getStyleSheet("component.info_message_box", false));
-    dressButton(button(Ok), okText(), "component.apply_button");
+    dressButton(button(Ok), d->okText(), "component.apply_button");
     dressButton(button(Discard), componentString("cancel"), "component.cancel_button");
     setDefaultButton(Ok);
     setEscapeButton(Discard);
 }
 
-QString KovaCountdownMessageBox::okText() const
-{
-    return QStringLiteral("%1(%2)").arg(componentString("ok"), QString::number(count));
-}
+KovaCountdownMessageBox::~KovaCountdownMessageBox() = default;
 
 void KovaCountdownMessageBox::updateButtonText()
 {
     // The caller may have removed the button.
     if (QAbstractButton *ok = button(Ok))
-        ok->setText(okText());
+        ok->setText(d->okText());
 }
 
 void KovaCountdownMessageBox::slotTick()
 {
-    count = count > 0 ? count - 1 : -1;
-    if (count >= 0) {
+    d->count = d->count > 0 ? d->count - 1 : -1;
+    if (d->count >= 0) {
         updateButtonText();
         return;
     }
-    timer.stop();
+    d->timer.stop();
     // A button that was deleted is still named as the default one, but no longer in the list.
     QPushButton *button = defaultButton();
     if (buttons().contains(button))
@@ -60,8 +71,8 @@ void KovaCountdownMessageBox::showEvent(QShowEvent *event)
     if (event->spontaneous())
         return;
     slotTick();
-    if (count >= 0)
-        timer.start();
+    if (d->count >= 0)
+        d->timer.start();
 }
 
 // The base class would end exec() with the right code, but emit finished() with another one.

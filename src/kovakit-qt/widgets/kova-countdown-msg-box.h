@@ -3,7 +3,8 @@
 #include <kovakit-qt/kovakit-export.h>
 
 #include <QMessageBox>
-#include <QTimer>
+
+#include <memory>
 
 /**
  * A message box that accepts by itself when the seconds shown in its accept button have run out.
@@ -31,6 +32,8 @@ public:
     /** A box that counts down from @p seconds once it is shown; @p parent may be null. */
     KovaCountdownMessageBox(int seconds, QWidget *parent);
 
+    ~KovaCountdownMessageBox() override;
+
 public Q_SLOTS:
     /**
      * Counts one second down, or clicks the default button when none is left.
@@ -47,9 +50,8 @@ protected:
     void closeEvent(QCloseEvent *event) override;
 
 private:
-    [[nodiscard]] QString okText() const;
     void updateButtonText();
 
-    QTimer timer;
-    int count;
+    class Private;
+    std::unique_ptr<Private> const d;
 };

@@ -84,7 +84,7 @@ void openUnblockedSheet(QWidget *window)
 {
     KovaMessageSheet sheet(KovaMessageSheet::Question, messageText(), window);
     sheet.setBlockWindowButton(false);
-    KovaMask::createMask(&sheet, window, QColor(0, 0, 0, 20));
+    KovaMask::createMask(&sheet, window, KovaMask::dimColor);
     checkAccepted(sheet.exec());
 }
 

@@ -68,7 +68,7 @@ void InputPage::askForName()
     KovaInputSheet sheet(tr("Name of the new folder in <b>Photos</b>:"), window());
     sheet.getLineEdit()->setPlaceholderText(tr("For instance: Summer 2024"));
     acceptOnlyFolderNames(&sheet);
-    KovaMask::createMask(&sheet, window(), QColor(0, 0, 0, 20));
+    KovaMask::createMask(&sheet, window(), KovaMask::dimColor);
     const int code = sheet.exec();
     report(
         tr("The sheet returned %1; the text is \"%2\".").arg(resultText(code), sheet.getContent()));
@@ -82,7 +82,7 @@ void InputPage::rename()
     sheet.getLineEdit()->setText(QStringLiteral("Summer 2023"));
     sheet.getLineEdit()->selectAll();
     acceptOnlyFolderNames(&sheet);
-    KovaMask::createMask(&sheet, window(), QColor(0, 0, 0, 20));
+    KovaMask::createMask(&sheet, window(), KovaMask::dimColor);
     const int code = sheet.exec();
     report(
         tr("The sheet returned %1; the text is \"%2\".").arg(resultText(code), sheet.getContent()));

@@ -68,7 +68,7 @@ void SheetsPage::addSheet(Card *card, const QString &sceneName, const QString &l
 
 void SheetsPage::run(KovaMessageSheet &sheet)
 {
-    KovaMask::createMask(&sheet, window(), QColor(0, 0, 0, 20));
+    KovaMask::createMask(&sheet, window(), KovaMask::dimColor);
     report(tr("The sheet returned %1.").arg(resultText(sheet.exec())));
 }
 

@@ -16,7 +16,7 @@ public:
     void init(QWidget *content);
 
     KovaMask *q;
-    QColor color{0, 0, 0, 20};
+    QColor color = KovaMask::dimColor;
     QWidget *widget = nullptr;
 };
 
@@ -68,6 +68,8 @@ KovaMask::KovaMask(QWidget *widget, QWidget *parent, QColor color)
     widget->installEventFilter(this);
     parent->installEventFilter(new ParentEventFilterWidget(this, parent));
 }
+
+KovaMask::~KovaMask() = default;
 
 QWidget *KovaMask::createMask(QWidget *widget, QWidget *parent, QColor color)
 {

@@ -19,6 +19,9 @@ class KOVAKIT_EXPORT KovaMask : public QFrame
     Q_OBJECT
 
 public:
+    /** The colour in which the functions of kova-msg-box.h dim a window: black at 8 percent. */
+    static constexpr QColor dimColor{0, 0, 0, 20};
+
     /**
      * Puts @p widget into a new mask over @p parent, filled with @p color, and returns @p widget.
      *
@@ -34,6 +37,8 @@ public:
      */
     KovaMask(QWidget *widget, QWidget *parent, QColor color);
 
+    ~KovaMask() override;
+
     /** Takes the size of the window anew, in device pixels. Hides QWidget::resize() on purpose. */
     void resize();
 
@@ -44,5 +49,5 @@ protected:
     void childEvent(QChildEvent *event) override;
 
 private:
-    KovaMaskPrivate *d;
+    KovaMaskPrivate *const d;
 };

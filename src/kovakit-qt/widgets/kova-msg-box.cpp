@@ -18,7 +18,7 @@ bool canCarrySheet(const QWidget *parent)
 
 int execSheet(KovaMessageSheet &sheet, const QWidget *parent)
 {
-    KovaMask::createMask(&sheet, parent->window(), QColor(0, 0, 0, 20));
+    KovaMask::createMask(&sheet, parent->window(), KovaMask::dimColor);
     return sheet.exec();
 }
 

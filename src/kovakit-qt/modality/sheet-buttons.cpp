@@ -92,7 +92,7 @@ QPushButton *sheetButton(QDialogButtonBox *box, QDialogButtonBox::StandardButton
 
 } // namespace
 
-QDialogButtonBox *newButtonBox(QWidget *sheet)
+QDialogButtonBox *makeButtonBox(QWidget *sheet)
 {
     return new SheetButtonBox(sheet);
 }
@@ -106,13 +106,15 @@ void dressButton(QAbstractButton *button, const QString &text, const char *style
 
 void dressOkButton(QDialogButtonBox *box, const QString &text)
 {
-    QPushButton *ok = sheetButton(box, QDialogButtonBox::Ok);
-    makeDefaultButton(ok);
+    QPushButton *ok = sheetButton(box, acceptButton);
+    setAsDefault(ok);
     dressButton(ok, text, "component.apply_button");
 }
 
-void makeDefaultButton(QPushButton *button)
+void setAsDefault(QPushButton *button)
 {
+    if (!button)
+        return;
     // The button tells the dialog that it is in. Taken for a window, it is in none.
     const Qt::WindowFlags flags = button->windowFlags();
     button->overrideWindowFlags(flags | Qt::Window);
@@ -128,13 +130,13 @@ void restoreDefaultButtons(const QWidget *sheet)
         return;
     for (QPushButton *button : sheet->findChildren<QPushButton *>()) {
         if (button->property(defaultProperty).toBool())
-            makeDefaultButton(button);
+            setAsDefault(button);
     }
 }
 
 void dressSecondButton(QDialogButtonBox *box, const QString &text)
 {
-    dressButton(sheetButton(box, QDialogButtonBox::Discard), text, "component.cancel_button");
+    dressButton(sheetButton(box, secondButton), text, "component.cancel_button");
 }
 
 void orderButtons(QDialogButtonBox *box)

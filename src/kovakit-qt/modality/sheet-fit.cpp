@@ -77,7 +77,7 @@ void SheetFit::addButtons(QVBoxLayout *layout, int gap)
     layout->addWidget(m_buttons);
 }
 
-QVBoxLayout *SheetFit::newTextColumn(const QVector<QWidget *> &labels, int spacing)
+QVBoxLayout *SheetFit::makeTextColumn(const QVector<QWidget *> &labels, int spacing)
 {
     m_labels = labels;
     m_spacing = spacing;

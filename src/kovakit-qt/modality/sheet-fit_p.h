@@ -40,7 +40,7 @@ public:
     void leaveLayout();
 
     // The column for the texts of a new layout of the sheet, which the layout has to take over.
-    [[nodiscard]] QVBoxLayout *newTextColumn(const QVector<QWidget *> &labels, int spacing);
+    [[nodiscard]] QVBoxLayout *makeTextColumn(const QVector<QWidget *> &labels, int spacing);
 
     // Adds the buttons, if there are any, to the end of a new layout, @p gap below the rest of it.
     void addButtons(QVBoxLayout *layout, int gap);

@@ -1,5 +1,7 @@
 #include "sheet-keys_p.h"
 
+#include "sheet-buttons_p.h"
+
 #include "kovakit-qt/utils/keys_p.h"
 
 #include <QDialogButtonBox>
@@ -33,10 +35,10 @@ void pressMnemonic(const QWidget *sheet, const QKeyEvent *event)
 void pressSheetKey(const QWidget *sheet, const QDialogButtonBox *box, const QKeyEvent *event)
 {
     if (event->key() == Qt::Key_Escape) {
-        if (QPushButton *second = box->button(QDialogButtonBox::Discard))
+        if (QPushButton *second = box->button(secondButton))
             second->click();
     } else if (isReturn(event) || event->key() == Qt::Key_Space) {
-        pressFocusedButton(sheet, box->button(QDialogButtonBox::Ok));
+        pressFocusedButton(sheet, box->button(acceptButton));
     } else {
         pressMnemonic(sheet, event);
     }

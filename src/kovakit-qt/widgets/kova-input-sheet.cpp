@@ -3,8 +3,7 @@
 #include "sheet-callbacks_p.h"
 
 #include "kovakit-qt/modality/sheet-buttons_p.h"
-#include "kovakit-qt/modality/sheet-fit_p.h"
-#include "kovakit-qt/modality/sheet-modality_p.h"
+#include "kovakit-qt/modality/sheet-core_p.h"
 #include "kovakit-qt/style/placeholder-color_p.h"
 #include "kovakit-qt/utils/component-strings_p.h"
 #include "kovakit-qt/utils/markup_p.h"
@@ -25,16 +24,14 @@ public:
 
     void initialize();
     void setText(const QString &text);
-    void setupLayout();
+    void setUpLayout();
     void setCompact(bool compact);
     [[nodiscard]] int getPreferredWidth() const;
 
     KovaInputSheet *q;
     MessageLabel *textLabel;
     QLineEdit *lineEdit;
-    QDialogButtonBox *buttonBox;
-    SheetModality modality;
-    SheetFit fit;
+    SheetCore core;
 };
 
 KovaInputSheetPrivate::KovaInputSheetPrivate(KovaInputSheet *sheet)
@@ -42,26 +39,25 @@ KovaInputSheetPrivate::KovaInputSheetPrivate(KovaInputSheet *sheet)
     , q(sheet)
     , textLabel(new MessageLabel(sheet))
     , lineEdit(new QLineEdit(sheet))
-    , buttonBox(newButtonBox(sheet))
-    , modality(sheet, modalityCallbacks(sheet))
-    , fit(sheet, buttonBox,
-          {[this] { return kovaPx(getPreferredWidth()); }, [sheet] { return marginsOfMask(sheet); },
-           [this](bool compact) { setCompact(compact); }})
+    , core(sheet, modalityCallbacks(sheet),
+           {[this] { return kovaPx(getPreferredWidth()); },
+            [sheet] { return marginsOfMask(sheet); },
+            [this](bool compact) { setCompact(compact); }})
 {
 }
 
 void KovaInputSheetPrivate::initialize()
 {
     q->setStyleSheet(getStyleSheet("component.message_sheet_other", false));
-    orderButtons(buttonBox);
-    connect(buttonBox, &QDialogButtonBox::clicked, q, &KovaInputSheet::buttonClick);
-    buttonBox->setStandardButtons(QDialogButtonBox::Ok | QDialogButtonBox::Discard);
-    dressOkButton(buttonBox, componentString("ok"));
-    dressSecondButton(buttonBox, componentString("cancel"));
+    orderButtons(core.buttonBox);
+    connect(core.buttonBox, &QDialogButtonBox::clicked, q, &KovaInputSheet::buttonClick);
+    core.buttonBox->setStandardButtons(acceptButton | secondButton);
+    dressOkButton(core.buttonBox, componentString("ok"));
+    dressSecondButton(core.buttonBox, componentString("cancel"));
     lineEdit->setFixedHeight(kovaPx(28));
     setPlaceholderApart(lineEdit);
     lineEdit->setStyleSheet(getStyleSheet("component.lineedit", false));
-    setupLayout();
+    setUpLayout();
 }
 
 void KovaInputSheetPrivate::setText(const QString &text)
@@ -71,21 +67,21 @@ void KovaInputSheetPrivate::setText(const QString &text)
     textLabel->setAlignment(Qt::AlignTop);
     textLabel->setSizePolicy(QSizePolicy::Minimum, QSizePolicy::Maximum);
     lineEdit->setAccessibleName(withoutMarkup(text));
-    setupLayout();
+    setUpLayout();
 }
 
-void KovaInputSheetPrivate::setupLayout()
+void KovaInputSheetPrivate::setUpLayout()
 {
-    fit.leaveLayout();
+    core.fit.leaveLayout();
     delete q->layout();
     auto *main = new QVBoxLayout(q);
     main->setSpacing(0);
-    main->addLayout(fit.newTextColumn({textLabel}, 0));
+    main->addLayout(core.fit.makeTextColumn({textLabel}, 0));
     main->addSpacing(kovaPx(8));
     main->addWidget(lineEdit);
-    fit.addButtons(main, kovaPx(24));
+    core.fit.addButtons(main, kovaPx(24));
     setCompact(false);
-    fit.start();
+    core.fit.start();
 }
 
 void KovaInputSheetPrivate::setCompact(bool compact)
@@ -98,7 +94,7 @@ int KovaInputSheetPrivate::getPreferredWidth() const
 {
     constexpr int widest = 480;
     constexpr int margins = 40;
-    const QWidget *parent = fit.owner();
+    const QWidget *parent = core.fit.owner();
     if (!parent)
         return widest;
     const double available = parent->width() / DPIinfo::getInstance()->getDPI();
@@ -118,9 +114,9 @@ KovaInputSheet::KovaInputSheet(const QString &text, QWidget *parent)
     setText(text);
 }
 
-// The modality has to be undone while the sheet is still a sheet.
 KovaInputSheet::~KovaInputSheet()
 {
+    d->core.end();
     delete d;
 }
 
@@ -141,33 +137,32 @@ QString KovaInputSheet::getContent()
 
 QAbstractButton *KovaInputSheet::button(QMessageBox::StandardButton which) const
 {
-    return d->buttonBox->button(QDialogButtonBox::StandardButton(which));
+    return d->core.button(which);
 }
 
 void KovaInputSheet::setDefaultButton(QPushButton *button)
 {
-    if (button)
-        makeDefaultButton(button);
+    setAsDefault(button);
 }
 
 void KovaInputSheet::setBlockWindowButton(bool block)
 {
-    blockWindowButton = block;
+    d->core.setBlockWindowButton(block);
 }
 
 int KovaInputSheet::exec()
 {
-    return d->modality.exec(blockWindowButton, d->lineEdit, Qt::OtherFocusReason);
+    return d->core.exec(d->lineEdit, Qt::OtherFocusReason);
 }
 
 void KovaInputSheet::showSheet()
 {
-    d->modality.begin(false, d->lineEdit);
+    d->core.show(d->lineEdit);
 }
 
 void KovaInputSheet::done(int ret)
 {
-    d->modality.finish(ret);
+    d->core.finish(ret);
 }
 
 void KovaInputSheet::quit()
@@ -177,15 +172,15 @@ void KovaInputSheet::quit()
 
 void KovaInputSheet::buttonClick(QAbstractButton *which)
 {
-    done(d->buttonBox->standardButton(which));
+    done(d->core.codeOf(which));
 }
 
 bool KovaInputSheet::focusNextPrevChild(bool next)
 {
-    return d->modality.moveFocus(next);
+    return d->core.moveFocus(next);
 }
 
 bool KovaInputSheet::eventFilter(QObject *watched, QEvent *event)
 {
-    return d->modality.filterWindow(watched, event, blockWindowButton, d->buttonBox);
+    return d->core.filterWindow(watched, event);
 }

@@ -99,8 +99,5 @@ protected:
     bool focusNextPrevChild(bool next) override;
 
 private:
-    friend class KovaInputSheetPrivate;
-
-    KovaInputSheetPrivate *d;
-    bool blockWindowButton = true;
+    KovaInputSheetPrivate *const d;
 };

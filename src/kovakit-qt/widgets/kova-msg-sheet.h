@@ -166,8 +166,5 @@ protected:
     bool focusNextPrevChild(bool next) override;
 
 private:
-    friend class KovaMessageSheetPrivate;
-
-    KovaMessageSheetPrivate *d;
-    bool blockWindowButton = true;
+    KovaMessageSheetPrivate *const d;
 };

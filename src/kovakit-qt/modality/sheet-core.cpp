@@ -1,0 +1,43 @@
+#include "sheet-core_p.h"
+
+#include "sheet-buttons_p.h"
+
+#include <QDialogButtonBox>
+#include <QPushButton>
+
+SheetCore::SheetCore(QWidget *sheet, SheetModality::Callbacks callbacks, SheetFit::Ways ways)
+    : buttonBox(makeButtonBox(sheet))
+    , fit(sheet, buttonBox, std::move(ways))
+    , m_modality(sheet, std::move(callbacks))
+{
+}
+
+QAbstractButton *SheetCore::button(QMessageBox::StandardButton which) const
+{
+    return buttonBox->button(QDialogButtonBox::StandardButton(which));
+}
+
+int SheetCore::codeOf(QAbstractButton *which) const
+{
+    return buttonBox->standardButton(which);
+}
+
+int SheetCore::exec(QWidget *first, Qt::FocusReason reason)
+{
+    return m_modality.exec(m_blockWindowButton, first, reason);
+}
+
+void SheetCore::show(QWidget *first)
+{
+    m_modality.begin(false, first);
+}
+
+void SheetCore::showWithBlock()
+{
+    m_modality.begin(m_blockWindowButton);
+}
+
+bool SheetCore::filterWindow(const QObject *watched, QEvent *event)
+{
+    return m_modality.filterWindow(watched, event, m_blockWindowButton, buttonBox);
+}

@@ -46,8 +46,8 @@ QStyle *dialogButtonBoxStyle()
 // Hands a style on to its buttons only if it is new to them. Otherwise they would parse their style
 // texts again whenever the sheet's surroundings change, as when it is put into a mask.
 //
-// Lets a button in it come up silently that was pressed by assistive technology, which clicks only
-// some time later, and was answered by somebody else meanwhile.
+// Assistive technology presses a button with animateClick(), which clicks it some time later. If
+// the sheet was answered otherwise meanwhile, the button comes up without a signal.
 class SheetButtonBox : public QDialogButtonBox
 {
 public:

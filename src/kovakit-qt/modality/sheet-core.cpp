@@ -22,14 +22,14 @@ int SheetCore::codeOf(QAbstractButton *which) const
     return buttonBox->standardButton(which);
 }
 
-int SheetCore::exec(QWidget *first, Qt::FocusReason reason)
+int SheetCore::exec(QWidget *focused, Qt::FocusReason reason)
 {
-    return m_modality.exec(m_blockWindowButton, first, reason);
+    return m_modality.exec(m_blockWindowButton, focused, reason);
 }
 
-void SheetCore::show(QWidget *first)
+void SheetCore::show(QWidget *focused)
 {
-    m_modality.begin(false, first);
+    m_modality.begin(false, focused);
 }
 
 void SheetCore::showWithBlock()

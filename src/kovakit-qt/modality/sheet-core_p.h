@@ -21,13 +21,13 @@ public:
     // Whether the window cannot be closed while the sheet is up, true at first.
     void setBlockWindowButton(bool block) { m_blockWindowButton = block; }
 
-    // Starts a run with the focus on @p first and returns its result. The sheet may be gone by
+    // Starts a run with the focus on @p focused and returns its result. The sheet may be gone by
     // then.
-    int exec(QWidget *first, Qt::FocusReason reason);
+    int exec(QWidget *focused, Qt::FocusReason reason);
 
-    // Starts a run with the focus on @p first, if there is one, and returns at once. The close
+    // Starts a run with the focus on @p focused, if there is one, and returns at once. The close
     // button is left alone.
-    void show(QWidget *first = nullptr);
+    void show(QWidget *focused = nullptr);
 
     // Starts a run and returns at once. The close button goes if the window cannot be closed.
     void showWithBlock();

@@ -20,8 +20,9 @@ struct SheetModality::Run
 
 namespace {
 
-// A sheet that nobody has seen for as long is hidden for good. What moves a widget to another place
-// hides it and shows it again, the layouts of Qt not before the event loop comes round.
+// A sheet that has been out of sight for this long is hidden for good. QWidget::setParent() hides a
+// widget that it moves; the host shows the widget again at once, a QLayout does so only when the
+// event loop comes round.
 constexpr std::chrono::milliseconds unseenForGood{100};
 
 // Sheets can be opened over sheets of the same window; only the latest one holds the window.
@@ -43,7 +44,7 @@ SheetModality::~SheetModality()
     end(0);
 }
 
-void SheetModality::begin(bool blockCloseButton, QWidget *first, Qt::FocusReason reason)
+void SheetModality::begin(bool blockCloseButton, QWidget *focused, Qt::FocusReason reason)
 {
     const QPointer<SheetModality> self(this);
     m_sheet->show();
@@ -52,7 +53,7 @@ void SheetModality::begin(bool blockCloseButton, QWidget *first, Qt::FocusReason
         if (!self || m_active || m_sheet->isHidden())
             return;
         m_active = true;
-        m_focusInside = first;
+        m_focusInside = focused;
         qApp->installEventFilter(this);
         m_focusConnection = connect(qApp, &QApplication::focusChanged, this,
                                     [this](QWidget *, QWidget *now) { holdFocus(now); });
@@ -60,15 +61,14 @@ void SheetModality::begin(bool blockCloseButton, QWidget *first, Qt::FocusReason
     }
     if (self && m_active && blockCloseButton)
         m_closeButton.take(m_window);
-    if (self && m_active && first)
-        first->setFocus(reason);
+    if (self && m_active && focused)
+        focused->setFocus(reason);
 }
 
-int SheetModality::exec(bool blockCloseButton, QWidget *first, Qt::FocusReason reason)
+int SheetModality::exec(bool blockCloseButton, QWidget *focused, Qt::FocusReason reason)
 {
     const QPointer<SheetModality> self(this);
-    begin(blockCloseButton, first, reason);
-    // Somebody who was told of it may have ended it already.
+    begin(blockCloseButton, focused, reason);
     return self && m_active ? runLoop() : 0;
 }
 
@@ -317,25 +317,30 @@ bool SheetModality::eventFilter(QObject *watched, QEvent *event)
     case QEvent::Close:
         noticeVisibility(watched, event->type());
         return false;
+    case QEvent::ShortcutOverride:
+    case QEvent::Shortcut:
+        return isTopmost() && filterShortcut(watched, event);
     default:
         return isTopmost() && filterUse(watched, event);
     }
 }
 
+bool SheetModality::filterShortcut(QObject *watched, QEvent *event) const
+{
+    QObject *owner = watched;
+    while (owner && !owner->isWidgetType())
+        owner = owner->parent();
+    if (event->type() == QEvent::Shortcut)
+        return owner && isCovered(owner);
+    if (owner != watched || static_cast<QWidget *>(owner)->window() != m_window)
+        return false;
+    // Accepted as if a widget wanted the key: no shortcut fires, and Qt sends the key as a press.
+    event->accept();
+    return true;
+}
+
 bool SheetModality::filterUse(QObject *watched, QEvent *event) const
 {
-    if (event->type() == QEvent::ShortcutOverride && watched->isWidgetType()
-        && static_cast<QWidget *>(watched)->window() == m_window) {
-        // Accepted as if a widget wanted the key: no shortcut fires, the key arrives as a press.
-        event->accept();
-        return true;
-    }
-    if (event->type() == QEvent::Shortcut) {
-        QObject *owner = watched;
-        while (owner && !owner->isWidgetType())
-            owner = owner->parent();
-        return owner && isCovered(owner);
-    }
     switch (useOf(event->type())) {
     case WindowUse::None:
         return false;

@@ -20,6 +20,15 @@ class QDialogButtonBox;
 // ends: by the sheet, because the sheet or its window is destroyed, closed or hidden for good, or
 // because the application quits. A sheet that gets into another window takes all of it along.
 //
+// The words used here:
+//   begin   to start a run: show the sheet, hold its window, give it the focus
+//   end     to undo what the run did to the window and to leave its event loops with a result
+//   finish  to end the run, hide the sheet and let it emit finished(): what a sheet's done() does
+//   quit    to finish with the code 0: a sheet's own slot
+//   cancel  to let the sheet quit because nobody can answer it any more: it was hidden for good, or
+//           the application quits
+//   first and second button: the one that accepts and the one that refuses, see sheet-buttons_p.h
+//
 // The modality installs the sheet as event filter on the window. The sheet hands what it sees there
 // to filterWindow(), except for keys that it has a use of its own for.
 class SheetModality : public QObject
@@ -39,15 +48,18 @@ public:
     SheetModality(QWidget *sheet, Callbacks callbacks);
     ~SheetModality() override;
 
-    // Shows the sheet and starts a run over the window that it is in, with the focus on @p first.
-    // Does not start another one over a run that is active. Those who are told of the show, of
-    // popups that close and of the focus that moves may end the run or delete the sheet meanwhile.
-    void begin(bool blockCloseButton, QWidget *first = nullptr,
+    // Shows the sheet and starts a run over the window that it is in, with the focus on
+    // @p focused. Does not start another run while one is active.
+    //
+    // The show event, the popups that close and the focus that moves run code of the host, in its
+    // slots and event filters, and that code may end the run or delete the sheet: whoever calls
+    // this function has to look whether both are still there.
+    void begin(bool blockCloseButton, QWidget *focused = nullptr,
                Qt::FocusReason reason = Qt::OtherFocusReason);
 
-    // The same, then runs an event loop until end() and returns its result, or 0 when the run ended
-    // otherwise. The sheet may be gone by then.
-    int exec(bool blockCloseButton, QWidget *first, Qt::FocusReason reason);
+    // Begins a run, then runs an event loop until end() and returns the result given to that, or 0
+    // when the run ended otherwise. The sheet may be gone by then.
+    int exec(bool blockCloseButton, QWidget *focused, Qt::FocusReason reason);
 
     // Ends the run and every loop of it. The focus goes back to the widget that had it before, or
     // to the next one after that in the window; it does not stay in the sheet.
@@ -98,6 +110,7 @@ private:
     void inheritDisabled();
     void noticeVisibility(const QObject *watched, QEvent::Type type);
     void cancelIfUnseen();
+    bool filterShortcut(QObject *watched, QEvent *event) const;
     bool filterUse(QObject *watched, QEvent *event) const;
 
     QWidget *const m_sheet;

@@ -32,12 +32,17 @@ struct MsgBoxCustomBtnText
  * default button. When the run ends, the focus returns to the widget that had it, or goes to the
  * next one if that cannot take it any more.
  *
- * The result is QMessageBox::Ok (1024) for the accept button, QMessageBox::Discard (8388608) for
- * the second one and 0 when the sheet was ended by quit(), or by the end of its window, of itself
- * or of the application. It is 0 as well when the sheet is hidden for good: by itself, or with its
- * mask, a widget between or its window, be that by hide(), close(), QDialog::done() or another page
- * of a stack. For good means that it is out of sight for a tenth of a second; who hides it and
- * shows it again before that, or minimises the window, does not end it.
+ * The result is one of:
+ * - QMessageBox::Ok (1024): the user pressed the accept button.
+ * - QMessageBox::Discard (8388608): the user pressed the second button. This code is meant, though
+ *   the button reads "cancel".
+ * - 0: the host called quit(); the sheet or its window was deleted; the application quits; or the
+ *   sheet was hidden for good.
+ *
+ * A sheet is hidden for good when it has been out of sight for a tenth of a second, because the
+ * host hid or closed the sheet, its mask, a widget between or the window, called QDialog::done(),
+ * or turned the page of a stack. A host that shows the sheet again before that does not end it, nor
+ * does a user who minimises the window.
  *
  * A widget that carries the sheet and is moved into another window with setParent() takes the hold
  * along: the old window is free, the new one is held. Show the widget again, which setParent()

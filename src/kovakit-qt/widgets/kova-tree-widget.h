@@ -31,6 +31,7 @@
 class KOVAKIT_EXPORT KovaTreeWidget : public QTreeWidget
 {
     Q_OBJECT
+    /** The colour of the ring round the current row of a tree with the focus; invalid: none. */
     Q_PROPERTY(QColor focusColor READ focusColor WRITE setFocusColor)
 
 public:

@@ -4,14 +4,12 @@
 
 namespace {
 
-QSet<QRgb> coloursOf(const QImage &image)
+int colourCount(const QImage &image)
 {
     QSet<QRgb> colours;
-    for (int y = 0; y < image.height(); ++y) {
-        for (int x = 0; x < image.width(); ++x)
-            colours.insert(image.pixel(x, y));
-    }
-    return colours;
+    for (int i = 0; i < image.width() * image.height(); ++i)
+        colours.insert(image.pixel(i % image.width(), i / image.width()));
+    return colours.size();
 }
 
 // The part of a window to the right of the list of pages.
@@ -33,8 +31,7 @@ private Q_SLOTS:
     void takesAPictureOfEverything();
     void speaksTheLanguage();
     void takesTheOptionsOfQt();
-    void refusesWhatItDoesNotUnderstand();
-    void saysWhatItCannotDo();
+    void saysWhatIsWrong();
 
 private:
     struct Outcome
@@ -99,15 +96,14 @@ void GalleryTest::takesAPictureOfEverything()
          {"buttons", "checks", "icon-buttons-menu", "message-boxes-confirm",
           "message-boxes-warning-alone", "sheets", "sheets-animation", "sheets-question"})
         QVERIFY2(found.contains(QString(name) + ".png"), name);
-    QHash<QByteArray, QString> seen;
+    QMap<QByteArray, QString> seen;
     for (const QString &name : found) {
         const QImage image(folder.filePath(name));
         QCOMPARE(image.size(), size);
-        QVERIFY2(coloursOf(pageOf(image)).size() > 30, qPrintable(name + " is blank"));
+        QVERIFY2(colourCount(pageOf(image)) > 30, qPrintable(name + " is blank"));
         // Whatever should have opened would be missing in a picture that equals another one.
-        const QByteArray bits(reinterpret_cast<const char *>(image.constBits()),
-                              int(image.sizeInBytes()));
-        const QByteArray key = QCryptographicHash::hash(bits, QCryptographicHash::Sha1);
+        const QByteArray key(reinterpret_cast<const char *>(image.constBits()),
+                             int(image.sizeInBytes()));
         QVERIFY2(!seen.contains(key), qPrintable(name + " equals " + seen.value(key)));
         seen.insert(key, name);
     }
@@ -117,7 +113,7 @@ void GalleryTest::speaksTheLanguage()
 {
     QMap<QString, QImage> pages;
     QMap<QString, QString> errors;
-    for (const QString &language : QStringList{"enu", "deu", "xyz", "../deu"}) {
+    for (const QString language : {"enu", "deu", "../deu"}) {
         const QDir folder(m_scratch.filePath("page-" + QString(language).remove('/')));
         const Outcome outcome =
             run({"--lang", language, "--page", "buttons", "--screenshots", folder.path()});
@@ -128,10 +124,9 @@ void GalleryTest::speaksTheLanguage()
         errors.insert(language, outcome.errors);
     }
     QVERIFY(pages.value("deu") != pages.value("enu"));
-    QCOMPARE(pages.value("../deu"), pages.value("enu"));
     QCOMPARE(errors.value("deu"), "");
-    QVERIFY2(errors.value("xyz").contains("\"xyz\"") && errors.value("xyz").contains("English"),
-             qPrintable(errors.value("xyz")));
+    QCOMPARE(pages.value("../deu"), pages.value("enu"));
+    QVERIFY(errors.value("../deu").contains("English"));
 }
 
 void GalleryTest::takesTheOptionsOfQt()
@@ -154,48 +149,42 @@ void GalleryTest::takesTheOptionsOfQt()
     // With a platform there is something to open a window on; this one cannot be loaded.
     const Outcome unknown = run({"-platform", "no-such-platform"}, bare);
     QVERIFY2(!unknown.errors.contains("DISPLAY is not set"), qPrintable(unknown.errors));
-}
-
-void GalleryTest::refusesWhatItDoesNotUnderstand()
-{
-    const QPair<QStringList, QString> cases[] = {
-        {{"--loud"}, "loud"},
-        {{"buttons"}, "buttons"},
-        {{"--scale"}, "--scale"},
-        {{"--scale", "big"}, "\"big\""},
-        {{"--scale", "0"}, "\"0\""},
-        {{"--scale", "nan"}, "\"nan\""},
-        {{"--scale", "40"}, "\"40\""},
-        {{"--page", "nowhere"}, "\"nowhere\""},
-        {{"-reverse", "--loud"}, "loud"},
-        {{"--screenshots", ""}, "--screenshots"},
-        {{"--theme", "/no/such/folder"}, "/no/such/folder"},
-        {{"--theme", "/"}, "images.json"},
-    };
-    for (const auto &[arguments, named] : cases) {
-        const Outcome outcome = run(arguments);
-        QVERIFY2(outcome.exitCode == 2, qPrintable(arguments.join(' ')));
-        QVERIFY2(outcome.errors.startsWith("kovakit-gallery: "), qPrintable(outcome.errors));
-        QVERIFY2(outcome.errors.contains(named), qPrintable(outcome.errors));
-        QCOMPARE(outcome.output, "");
-    }
-}
-
-void GalleryTest::saysWhatItCannotDo()
-{
-    QFile file(m_scratch.filePath("file"));
-    QVERIFY(file.open(QIODevice::WriteOnly));
-    const QString impossible = file.fileName() + "/pictures";
-    const Outcome unwritable = run({"--screenshots", impossible});
-    QCOMPARE(unwritable.exitCode, 1);
-    QVERIFY2(unwritable.errors.contains(impossible), qPrintable(unwritable.errors));
-
-    QProcessEnvironment bare = m_environment;
-    for (const char *name : {"DISPLAY", "WAYLAND_DISPLAY", "QT_QPA_PLATFORM"})
-        bare.remove(name);
     const Outcome blind = run({}, bare);
     QCOMPARE(blind.exitCode, 1);
     QVERIFY2(blind.errors.contains("display"), qPrintable(blind.errors));
+}
+
+void GalleryTest::saysWhatIsWrong()
+{
+    QFile file(m_scratch.filePath("file"));
+    QVERIFY(file.open(QIODevice::WriteOnly));
+    const struct
+    {
+        QStringList arguments;
+        int exitCode;
+        QString named;
+    } cases[] = {
+        {{"--loud"}, 2, "loud"},
+        {{"buttons"}, 2, "buttons"},
+        {{"--scale"}, 2, "--scale"},
+        {{"--scale", "big"}, 2, "\"big\""},
+        {{"--scale", "0"}, 2, "\"0\""},
+        {{"--scale", "nan"}, 2, "\"nan\""},
+        {{"--scale", "40"}, 2, "\"40\""},
+        {{"--page", "nowhere"}, 2, "\"nowhere\""},
+        {{"-reverse", "--loud"}, 2, "loud"},
+        {{"--screenshots", ""}, 2, "--screenshots"},
+        {{"--theme", "/no/such/folder"}, 2, "/no/such/folder"},
+        {{"--theme", "/"}, 2, "images.json"},
+        {{"--screenshots", file.fileName() + "/pictures"}, 1, file.fileName() + "/pictures"},
+    };
+    for (const auto &each : cases) {
+        const Outcome outcome = run(each.arguments);
+        QVERIFY2(outcome.exitCode == each.exitCode, qPrintable(each.arguments.join(' ')));
+        QVERIFY2(outcome.errors.startsWith("kovakit-gallery: "), qPrintable(outcome.errors));
+        QVERIFY2(outcome.errors.contains(each.named), qPrintable(outcome.errors));
+        QCOMPARE(outcome.output, "");
+    }
 }
 
 QTEST_GUILESS_MAIN(GalleryTest)

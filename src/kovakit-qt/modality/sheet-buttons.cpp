@@ -81,7 +81,8 @@ private:
     }
 };
 
-// In a dialog a button that can be the default takes that role from the others with the focus.
+// In a QDialog a button with autoDefault that gets the focus becomes the default button instead of
+// the dialog's own.
 QPushButton *sheetButton(QDialogButtonBox *box, QDialogButtonBox::StandardButton which)
 {
     QPushButton *button = box->button(which);
@@ -115,7 +116,7 @@ void setAsDefault(QPushButton *button)
 {
     if (!button)
         return;
-    // The button tells the dialog that it is in. Taken for a window, it is in none.
+    // QPushButton tells the QDialog around it, unless it is itself taken for a window.
     const Qt::WindowFlags flags = button->windowFlags();
     button->overrideWindowFlags(flags | Qt::Window);
     button->setDefault(true);

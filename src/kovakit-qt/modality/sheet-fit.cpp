@@ -14,7 +14,7 @@ namespace {
 
 constexpr int designLineHeight = 24;
 constexpr int designTightGap = 4;
-// A narrower column of text is no column.
+// Nobody can read a column of text that is narrower than this.
 constexpr int designLeastColumn = 80;
 
 const QLatin1String tightPadding("QPushButton, QPushButton:focus { padding: 0px; }");
@@ -37,7 +37,7 @@ bool isLaidOutAlong(Qt::Orientation direction, const QBoxLayout *box)
     return horizontal == (direction == Qt::Horizontal);
 }
 
-// Moving a widget into another one hides it.
+// QWidget::setParent() hides the widget that it moves.
 template<typename Move>
 void moveShown(QWidget *widget, Move move)
 {
@@ -155,7 +155,7 @@ int SheetFit::buttonExtent(Qt::Orientation direction) const
     int total = 0;
     int count = 0;
     for (QAbstractButton *button : m_buttons->buttons()) {
-        // A least width that was set may be less than what the text needs.
+        // The minimum width that the sheet set may be less than what the button's text needs.
         const int size = along(direction, m_isTight ? button->minimumSizeHint()
                                                     : QWidgetItem(button).sizeHint());
         total = side ? qMax(total, size) : total + size;
@@ -176,7 +176,7 @@ int SheetFit::textHeight(int width) const
 {
     int height = m_spacing * qMax(0, m_labels.size() - 1);
     for (QWidget *label : m_labels) {
-        // As long as its height is fixed it never asks for less.
+        // A QLabel never asks for less than its minimum height, and its height is fixed.
         label->setMinimumHeight(0);
         height += qMax(0, label->heightForWidth(width));
     }
@@ -218,7 +218,7 @@ bool SheetFit::eventFilter(QObject *watched, QEvent *event)
         fitAgain();
     } else if (watched == m_parent && event->type() == QEvent::Resize) {
         fitAgain();
-        // The parent was laid out just before, for the size that the sheet had then.
+        // The parent's layout has just been run for the size that the sheet had before.
         if (m_parent->layout())
             m_parent->layout()->activate();
     } else if (watched == m_sheet && event->type() == QEvent::KeyPress && m_isScrolled) {
@@ -245,7 +245,8 @@ void SheetFit::fit()
     int width = qMin(wanted, room.width());
     QSize column(width - extentAround(Qt::Horizontal), room.height() - extentAround(Qt::Vertical));
     if (textHeight(column.width()) > column.height() || word > column.width()) {
-        // The bar takes its width from the window, not from the words, while there is some left.
+        // The bar takes its width from the window, not from the words, while the window has some
+        // left.
         const int bar = area()->barExtent();
         width = qMin(wantedWidth(word + bar), room.width());
         column.setWidth(width - extentAround(Qt::Horizontal));
@@ -300,7 +301,7 @@ void SheetFit::setCompact(bool compact)
         return;
     m_isCompact = compact;
     m_ways.setCompact(compact);
-    // A layout that was replaced took the gap along.
+    // The gap belongs to the layout, which deletes it when it is replaced.
     if (m_gap && m_column)
         m_gap->changeSize(0, compact ? kovaPx(designTightGap) : m_roomyGap);
     m_sheet->layout()->invalidate();
@@ -370,7 +371,7 @@ void SheetFit::showTextsScrolled(const QSize &column, int word)
     m_area->setBars(isHigh, word > width, word);
 }
 
-// A widget that moves into another one loses the focus.
+// QWidget::setParent() takes the focus from the widget that it moves.
 void SheetFit::keepFocus(const std::function<void()> &move)
 {
     const QPointer<QWidget> focus = m_sheet->window()->focusWidget();

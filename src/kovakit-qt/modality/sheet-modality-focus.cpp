@@ -66,7 +66,8 @@ void SheetModality::pullFocus()
         holdFocus(m_window);
 }
 
-// The widget that had the focus, or the next one, as if it had lost the focus without the sheet.
+// The widget that had the focus before the sheet; if that cannot take it any more, the next one in
+// the focus chain, to which Qt would have moved the focus without the sheet.
 QWidget *SheetModality::heirOfFocus() const
 {
     QWidget *const before = m_focusBefore;
@@ -88,7 +89,7 @@ void SheetModality::returnFocus()
     const QPointer<SheetModality> below(topmostOf(m_window));
     if (QWidget *heir = heirOfFocus())
         heir->setFocus(Qt::OtherFocusReason);
-    // What is hidden with the focus in it would still be sent the keys.
+    // Qt would go on sending keys to a hidden widget that has the focus.
     if (self && m_window && isInside(m_window->focusWidget()))
         m_window->focusWidget()->clearFocus();
     if (below)

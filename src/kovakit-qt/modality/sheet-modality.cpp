@@ -82,7 +82,7 @@ int SheetModality::runLoop()
     if (self) {
         --m_execDepth;
         m_runs.removeOne(run);
-        // The loop was ended from outside, by the end of the application.
+        // QEventLoop::exec() returned without end(): the application quits.
         if (m_active && m_runs.isEmpty())
             m_callbacks.cancel();
     }
@@ -104,8 +104,8 @@ void SheetModality::end(int result)
     m_unseenFor.stop();
     disconnect(m_focusConnection);
     qApp->removeEventFilter(this);
-    // A loop that was told to end may still delete the window before it returns to the caller of
-    // exec(), so the watch goes on until then.
+    // Code that still runs in the loop may delete the window before exec() returns to its caller,
+    // so the watch goes on until then.
     if (m_execDepth == 0)
         unwatchAncestors();
     leaveWindow();
@@ -150,7 +150,7 @@ bool SheetModality::isCovered(const QObject *object) const
     return widget->window() == m_window && !isInside(widget);
 }
 
-// A popup has the keyboard before the sheet has it.
+// Qt sends all keys to the popup that is open, not to the sheet.
 void SheetModality::closePopups() const
 {
     const QPointer<const SheetModality> self(this);
@@ -175,7 +175,7 @@ void SheetModality::enterWindow()
     stayEnabled();
     if (self)
         pullFocus();
-    // A dialog that loses the focus of its own button takes the role from all others.
+    // A QDialog whose own button loses the focus takes the default role from all other buttons.
     if (self)
         restoreDefaultButtons(m_sheet);
 }
@@ -185,7 +185,7 @@ void SheetModality::leaveWindow()
     const bool wasTopmost = topmostOf(m_window) == this;
     activeModalities.removeOne(this);
     m_closeButton.release();
-    // The window may be about to die.
+    // QWidget clears the pointers to it early in its destructor.
     if (!m_window)
         return;
     m_window->removeEventFilter(m_sheet);
@@ -265,7 +265,7 @@ void SheetModality::inheritDisabled()
     if (!parent || parent->isEnabled() || !m_sheet->isEnabled())
         return;
     m_sheet->setEnabled(false);
-    // Nobody disabled the sheet itself.
+    // Only the parent is disabled: when it is enabled again, the sheet is enabled with it.
     m_sheet->setAttribute(Qt::WA_ForceDisabled, false);
 }
 

@@ -64,10 +64,11 @@ void KovaCountdownMessageBox::slotTick()
 void KovaCountdownMessageBox::showEvent(QShowEvent *event)
 {
     QMessageBox::showEvent(event);
-    // Under a parent with a style sheet the box has its own style only now, and the icon is older.
+    // Under a parent with a style sheet the box gets its own style only now; QMessageBox made the
+    // icon with the style before.
     if (icon() != NoIcon)
         setIcon(icon());
-    // The window system shows a box again that was minimised: no reason to count faster.
+    // When the window system shows a minimised box again, the count must not go faster.
     if (event->spontaneous())
         return;
     slotTick();
@@ -75,7 +76,7 @@ void KovaCountdownMessageBox::showEvent(QShowEvent *event)
         d->timer.start();
 }
 
-// The base class would end exec() with the right code, but emit finished() with another one.
+// QMessageBox would end exec() with the right code, but emit finished() with another one.
 void KovaCountdownMessageBox::closeEvent(QCloseEvent *event)
 {
     QAbstractButton *escape = escapeButton();

@@ -77,7 +77,7 @@ QWidget *KovaMask::createMask(QWidget *widget, QWidget *parent, QColor color)
         return nullptr;
     if (!parent)
         parent = widget->parentWidget();
-    // A mask that loses its content to another one is hidden: it cannot carry that one.
+    // A mask that loses its content hides, and would hide a new mask inside it as well.
     if (const auto *mask = qobject_cast<KovaMask *>(parent); mask && mask->d->widget == widget)
         parent = mask->parentWidget();
     if (!parent)
@@ -105,7 +105,7 @@ bool KovaMask::eventFilter(QObject *watched, QEvent *event)
     return false;
 }
 
-// Comes when the content moves elsewhere, and when it dies without having been hidden.
+// QObject sends the event when the content moves elsewhere, and when it dies while it is shown.
 void KovaMask::childEvent(QChildEvent *event)
 {
     QFrame::childEvent(event);

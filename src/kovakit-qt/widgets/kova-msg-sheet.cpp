@@ -86,7 +86,8 @@ TypeTraits traitsOf(int type)
     }
 }
 
-// Nobody's child: it outlives the label that it was made for if another one shows it too.
+// A movie that is nobody's child, because a host may show it in a label of its own, which may
+// outlive the sheet's.
 class SheetMovie : public QMovie
 {
 public:
@@ -238,7 +239,7 @@ void KovaMessageSheetPrivate::setUpLayout()
     auto *main = new QVBoxLayout(q);
     main->setSpacing(0);
 
-    // The space between them goes with the icon.
+    // A QHBoxLayout leaves the space out when the icon is hidden.
     auto *row = new QHBoxLayout;
     row->setContentsMargins(0, 0, 0, 0);
     row->setSpacing(kovaPx(20));

@@ -165,7 +165,7 @@ void KovaSheet::drawShadow(QPainter &painter)
     const int innerWidth = width() - 2 * m;
     const int innerHeight = height() - 2 * m;
 
-    // Missing ones are reported in this order.
+    // The log names missing pictures in this order.
     const QPixmap leftEdge = shadowPicture("bg_tutorial_l");
     const QPixmap rightEdge = shadowPicture("bg_tutorial_r");
     const QPixmap topEdge = shadowPicture("bg_tutorial_t");

@@ -24,7 +24,7 @@ bool isArrow(int column)
     return column % 2 != 0;
 }
 
-// It points along the row.
+// The picture points to the right; from right to left it is mirrored, for folders go to the left.
 QIcon arrowIcon(bool mirrored)
 {
     const QPixmap arrow = getGlobalImage("bt_next", ImageManager::Default);
@@ -49,7 +49,7 @@ bool isFocusByKeyboard(const QEvent *event)
 
 } // namespace
 
-class Q_DECL_HIDDEN KovaButtonPath::Private
+class KovaButtonPath::Private
 {
 public:
     explicit Private(KovaButtonPath *path)

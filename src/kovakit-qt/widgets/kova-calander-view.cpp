@@ -30,7 +30,7 @@ constexpr int lastYear = 9999;
 
 } // namespace
 
-class Q_DECL_HIDDEN KovaCalanderView::Private
+class KovaCalanderView::Private
 {
 public:
     explicit Private(KovaCalanderView *view)

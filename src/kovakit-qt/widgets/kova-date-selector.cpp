@@ -10,7 +10,6 @@
 
 #include <QEvent>
 #include <QGuiApplication>
-#include <QLayout>
 #include <QScreen>
 #include <QStyleOptionComboBox>
 
@@ -39,7 +38,7 @@ int widestDate(const QFontMetrics &metrics)
 
 } // namespace
 
-class Q_DECL_HIDDEN KovaDateSelector::Private
+class KovaDateSelector::Private
 {
 public:
     Private(KovaDateSelector *selector, QString text)

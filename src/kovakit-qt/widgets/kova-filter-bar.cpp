@@ -26,7 +26,7 @@ public:
 
 } // namespace
 
-class Q_DECL_HIDDEN KovaFilterBar::Private
+class KovaFilterBar::Private
 {
 public:
     explicit Private(KovaFilterBar *bar)

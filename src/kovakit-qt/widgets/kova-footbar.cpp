@@ -6,7 +6,7 @@
 #include <QList>
 #include <QPointer>
 
-class Q_DECL_HIDDEN KovaFootbar::Private
+class KovaFootbar::Private
 {
 public:
     explicit Private(KovaFootbar *footbar)

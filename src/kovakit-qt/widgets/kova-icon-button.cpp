@@ -19,7 +19,7 @@ QString houseStyle()
 
 } // namespace
 
-class Q_DECL_HIDDEN KovaIconButton::Private
+class KovaIconButton::Private
 {
 public:
     explicit Private(KovaIconButton *button)

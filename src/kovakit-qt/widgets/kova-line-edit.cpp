@@ -70,7 +70,7 @@ QString withoutMarks(const QString &text)
 
 } // namespace
 
-class Q_DECL_HIDDEN KovaLineEdit::Private
+class KovaLineEdit::Private
 {
 public:
     explicit Private(KovaLineEdit *widget)

@@ -53,7 +53,7 @@ QString currentPageDescription(int page, int pageCount)
 
 } // namespace
 
-class Q_DECL_HIDDEN KovaPagingBar::Private
+class KovaPagingBar::Private
 {
 public:
     Private(KovaPagingBar *bar, KovaPagingModel *pagingModel)

@@ -2,7 +2,7 @@
 
 #include <limits>
 
-class Q_DECL_HIDDEN KovaPagingModel::Private
+class KovaPagingModel::Private
 {
 public:
     int rowLimit = 0;

@@ -109,7 +109,7 @@ public:
 
 } // namespace
 
-class Q_DECL_HIDDEN KovaTableWidget::Private
+class KovaTableWidget::Private
 {
 public:
     Private(KovaTableWidget *widget, const KovaTableColumnsInfo &columnsInfo)

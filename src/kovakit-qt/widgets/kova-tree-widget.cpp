@@ -23,7 +23,7 @@ constexpr int frame = 1;
 
 } // namespace
 
-class Q_DECL_HIDDEN KovaTreeWidget::Private
+class KovaTreeWidget::Private
 {
 public:
     explicit Private(KovaTreeWidget *tree)

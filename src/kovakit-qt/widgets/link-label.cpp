@@ -52,7 +52,7 @@ private:
 
 } // namespace
 
-class Q_DECL_HIDDEN LinkLabel::Private
+class LinkLabel::Private
 {
 public:
     explicit Private(LinkLabel *label)

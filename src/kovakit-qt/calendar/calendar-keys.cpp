@@ -8,8 +8,6 @@
 #include <QMenu>
 #include <QStyleOptionToolButton>
 #include <QStylePainter>
-#include <QTableView>
-#include <QToolButton>
 
 namespace {
 
@@ -44,10 +42,9 @@ void press(QWidget *focused)
 CalendarKeys::CalendarKeys(HouseCalendar *calendar)
     : QObject(calendar)
     , m_calendar(calendar)
-    , m_days(calendar->findChild<QTableView *>(QStringLiteral("qt_calendar_calendarview")))
+    , m_days(calendar->parts().days)
     , m_typing(m_days ? new DateTyping(calendar, m_days) : nullptr)
-    , m_arrows{calendar->findChild<QToolButton *>(QStringLiteral("qt_calendar_prevmonth")),
-               calendar->findChild<QToolButton *>(QStringLiteral("qt_calendar_nextmonth"))}
+    , m_arrows{calendar->parts().previousMonth, calendar->parts().nextMonth}
 {
     calendar->installEventFilter(this);
     for (QObject *part : {static_cast<QObject *>(m_days), m_arrows[0], m_arrows[1]}) {

@@ -6,15 +6,12 @@
 #include <QFocusEvent>
 #include <QHoverEvent>
 #include <QPainter>
-#include <QSpinBox>
-#include <QTableView>
-#include <QToolButton>
 #include <QVBoxLayout>
 #include <QWindow>
 
 HouseCalendar::HouseCalendar(QWidget *parent)
     : QCalendarWidget(parent)
-    , m_grid(findChild<QTableView *>(QStringLiteral("qt_calendar_calendarview")))
+    , m_parts(this)
 {
     // As the proxy of the calendar the days would be two stops for Tab, and none at all while a
     // year is typed.
@@ -22,9 +19,9 @@ HouseCalendar::HouseCalendar(QWidget *parent)
     setFocusPolicy(Qt::NoFocus);
     // Its own reading of typed digits begins at today and stumbles over zeros.
     setDateEditEnabled(false);
-    if (m_grid) {
-        m_grid->viewport()->setAttribute(Qt::WA_Hover);
-        m_grid->viewport()->installEventFilter(this);
+    if (m_parts.days) {
+        m_parts.days->viewport()->setAttribute(Qt::WA_Hover);
+        m_parts.days->viewport()->installEventFilter(this);
     }
     connect(this, &QCalendarWidget::currentPageChanged, this, [this] { m_underPointer = QDate(); });
     showArrows();
@@ -38,7 +35,7 @@ void HouseCalendar::insertRow(QWidget *row)
 
 QDate HouseCalendar::currentDay() const
 {
-    return m_grid ? dayAt(m_grid->currentIndex()) : QDate();
+    return m_parts.days ? dayAt(m_parts.days->currentIndex()) : QDate();
 }
 
 QDate HouseCalendar::dayAt(const QModelIndex &index) const
@@ -61,22 +58,21 @@ bool HouseCalendar::isInRange(const QDate &date) const
 
 bool HouseCalendar::isTypingYear() const
 {
-    const auto *yearEdit = findChild<QSpinBox *>(QStringLiteral("qt_calendar_yearedit"));
-    return yearEdit && yearEdit->isVisible();
+    return m_parts.yearEdit && m_parts.yearEdit->isVisible();
 }
 
 bool HouseCalendar::isOnDays(const QPoint &globalPosition) const
 {
-    if (!m_grid)
+    if (!m_parts.days)
         return false;
-    const QWidget *viewport = m_grid->viewport();
+    const QWidget *viewport = m_parts.days->viewport();
     return viewport->rect().contains(viewport->mapFromGlobal(globalPosition));
 }
 
 void HouseCalendar::focusDays(Qt::FocusReason reason)
 {
-    if (m_grid)
-        m_grid->setFocus(reason);
+    if (m_parts.days)
+        m_parts.days->setFocus(reason);
 }
 
 void HouseCalendar::setChosenDay(const QDate &date)
@@ -99,18 +95,18 @@ void HouseCalendar::setOtherMonthColor(const QColor &color)
 
 void HouseCalendar::updateDays()
 {
-    if (m_grid)
-        m_grid->viewport()->update();
+    if (m_parts.days)
+        m_parts.days->viewport()->update();
 }
 
 QSize HouseCalendar::minimumSizeHint() const
 {
     QSize size = layout()->totalMinimumSize();
-    if (m_grid) {
+    if (m_parts.days) {
         // The calendar's own hint reckons with letters as they are at scale 1.
-        const int weeks = m_grid->model()->rowCount();
-        const int grid = m_grid->minimumSizeHint().height();
-        size.rheight() += qMax(0, weeks * m_grid->fontMetrics().height() - grid);
+        const int weeks = m_parts.days->model()->rowCount();
+        const int grid = m_parts.days->minimumSizeHint().height();
+        size.rheight() += qMax(0, weeks * m_parts.days->fontMetrics().height() - grid);
     }
     return size.expandedTo(QCalendarWidget::minimumSizeHint());
 }
@@ -131,13 +127,13 @@ bool HouseCalendar::eventFilter(QObject *watched, QEvent *event)
     if (event->type() == QEvent::MouseButtonPress && isTypingYear()
         && watched == window()->windowHandle()
         && isOnDays(static_cast<QMouseEvent *>(event)->globalPos())) {
-        m_grid->setFocus(Qt::MouseFocusReason);
+        m_parts.days->setFocus(Qt::MouseFocusReason);
         return true;
     }
-    if (m_grid && watched == m_grid->viewport()) {
+    if (m_parts.days && watched == m_parts.days->viewport()) {
         const QDate before = m_underPointer;
         if (event->type() == QEvent::HoverEnter || event->type() == QEvent::HoverMove)
-            m_underPointer = dayAt(m_grid->indexAt(static_cast<QHoverEvent *>(event)->pos()));
+            m_underPointer = dayAt(m_parts.days->indexAt(static_cast<QHoverEvent *>(event)->pos()));
         else if (event->type() == QEvent::HoverLeave || event->type() == QEvent::Hide)
             m_underPointer = QDate();
         if (m_underPointer != before)
@@ -148,15 +144,14 @@ bool HouseCalendar::eventFilter(QObject *watched, QEvent *event)
 
 void HouseCalendar::focusInEvent(QFocusEvent *event)
 {
-    if (m_grid)
-        m_grid->setFocus(event->reason());
+    if (m_parts.days)
+        m_parts.days->setFocus(event->reason());
 }
 
 void HouseCalendar::showArrows()
 {
     const double ratio = DPIinfo::getInstance()->getDPR();
-    const auto show = [&](const char *name, const char *image) {
-        auto *button = findChild<QToolButton *>(QLatin1String(name));
+    const auto show = [ratio](QToolButton *button, const char *image) {
         if (!button)
             return;
         const QPixmap pixmap = getGlobalImage(image, ImageManager::Default);
@@ -164,8 +159,8 @@ void HouseCalendar::showArrows()
         button->setIconSize(QSize(qRound(pixmap.width() / ratio), qRound(pixmap.height() / ratio)));
     };
     const bool mirrored = isRightToLeft();
-    show("qt_calendar_prevmonth", mirrored ? "bt_pagebar_nextend" : "bt_pagebar_backend");
-    show("qt_calendar_nextmonth", mirrored ? "bt_pagebar_backend" : "bt_pagebar_nextend");
+    show(m_parts.previousMonth, mirrored ? "bt_pagebar_nextend" : "bt_pagebar_backend");
+    show(m_parts.nextMonth, mirrored ? "bt_pagebar_backend" : "bt_pagebar_nextend");
 }
 
 void HouseCalendar::paintCell(QPainter *painter, const QRect &rect, const QDate &date) const
@@ -175,11 +170,11 @@ void HouseCalendar::paintCell(QPainter *painter, const QRect &rect, const QDate 
     const double scale = DPIinfo::getInstance()->getDPI();
     const QRectF shape = QRectF(rect).adjusted(2 * scale, scale / 2, -2 * scale, -scale / 2);
     // The grid has filled the selected day, which is not always the chosen one.
-    if (m_grid && date == selectedDate())
-        painter->fillRect(rect, m_grid->palette().brush(QPalette::Base));
+    if (m_parts.days && date == selectedDate())
+        painter->fillRect(rect, m_parts.days->palette().brush(QPalette::Base));
     paintShape(painter, shape, date);
 
-    QFont font = m_grid ? m_grid->font() : this->font();
+    QFont font = m_parts.days ? m_parts.days->font() : this->font();
     font.setStrikeOut(!isInRange(date));
     QRect number = rect;
     if (date == QDate::currentDate()) {
@@ -200,7 +195,7 @@ void HouseCalendar::paintCell(QPainter *painter, const QRect &rect, const QDate 
 // one under the keyboard's cursor has a ring.
 void HouseCalendar::paintShape(QPainter *painter, const QRectF &shape, const QDate &date) const
 {
-    const QPalette &colors = m_grid ? m_grid->palette() : palette();
+    const QPalette &colors = m_parts.days ? m_parts.days->palette() : palette();
     const double scale = DPIinfo::getInstance()->getDPI();
     const double radius = 4 * scale;
     const bool choosable = isInRange(date);
@@ -210,7 +205,7 @@ void HouseCalendar::paintShape(QPainter *painter, const QRectF &shape, const QDa
         painter->setBrush(colors.brush(chosen ? QPalette::Highlight : QPalette::AlternateBase));
         painter->drawRoundedRect(shape, radius, radius);
     }
-    if (!m_grid || !m_grid->hasFocus() || date != currentDay())
+    if (!m_parts.days || !m_parts.days->hasFocus() || date != currentDay())
         return;
     const double width = 2 * scale;
     const double inset = chosen ? 1.5 * width : width / 2;
@@ -223,7 +218,7 @@ void HouseCalendar::paintShape(QPainter *painter, const QRectF &shape, const QDa
 
 QColor HouseCalendar::inkOf(const QDate &date, bool onTint) const
 {
-    const QPalette &colors = m_grid ? m_grid->palette() : palette();
+    const QPalette &colors = m_parts.days ? m_parts.days->palette() : palette();
     const QColor off = colors.color(QPalette::Disabled, QPalette::Text);
     if (!isEnabled() || !isInRange(date))
         return off;

@@ -1,12 +1,12 @@
 #pragma once
 
+#include "calendar-parts_p.h"
+
 #include <QCalendarWidget>
 #include <QColor>
 #include <QDate>
-#include <QPointer>
 
 class QModelIndex;
-class QTableView;
 
 // A calendar whose parts can be dressed without its undoing it: no change of the locale brings its
 // own names and first day of the week back. It paints its days itself, so that today, the chosen
@@ -19,6 +19,8 @@ class HouseCalendar : public QCalendarWidget
 
 public:
     explicit HouseCalendar(QWidget *parent);
+
+    [[nodiscard]] const CalendarParts &parts() const { return m_parts; }
 
     // Puts @p row between the navigation bar and the days.
     void insertRow(QWidget *row);
@@ -60,7 +62,7 @@ private:
     [[nodiscard]] QColor inkOf(const QDate &date, bool onTint) const;
     void paintShape(QPainter *painter, const QRectF &shape, const QDate &date) const;
 
-    QPointer<QTableView> m_grid;
+    const CalendarParts m_parts;
     QDate m_chosen;
     QDate m_underPointer;
     QColor m_todayColor;

@@ -17,7 +17,6 @@
 #include <QMenu>
 #include <QTableWidget>
 #include <QTextCharFormat>
-#include <QToolButton>
 #include <QVBoxLayout>
 
 #include <initializer_list>
@@ -49,9 +48,7 @@ public:
     void releaseOverDays(QEvent *event);
     void fitMonthButton();
     void updateTodayButton();
-    [[nodiscard]] QToolButton *navigationButton(const char *name) const;
-    [[nodiscard]] QTableView *days() const;
-    [[nodiscard]] QWidget *yearEdit() const;
+    [[nodiscard]] const CalendarParts &parts() const { return calendar->parts(); }
 
     KovaCalanderView *const q;
     HouseCalendar *const calendar;
@@ -87,17 +84,16 @@ KovaCalanderView::KovaCalanderView(QWidget *parent)
     d->handleWeekdayHeader();
     d->handleTabOrder();
 
-    if (d->days())
-        dropLateClicks(d->days()->viewport());
+    if (d->parts().days)
+        dropLateClicks(d->parts().days->viewport());
     auto *keys = new CalendarKeys(d->calendar);
     keys->addButton(d->todayButton);
-    for (QWidget *part :
-         std::initializer_list<QWidget *>{d->navigationButton("qt_calendar_yearbutton"),
-                                          d->yearEdit(), d->days(), d->todayButton}) {
+    for (QWidget *part : std::initializer_list<QWidget *>{d->parts().year, d->parts().yearEdit,
+                                                          d->parts().days, d->todayButton}) {
         if (part)
             part->installEventFilter(this);
     }
-    if (QTableView *grid = d->days())
+    if (QTableView *grid = d->parts().days)
         grid->viewport()->installEventFilter(this);
 
     connect(d->calendar, &QCalendarWidget::activated, this,
@@ -111,39 +107,24 @@ KovaCalanderView::KovaCalanderView(QWidget *parent)
 
 KovaCalanderView::~KovaCalanderView() = default;
 
-QToolButton *KovaCalanderView::Private::navigationButton(const char *name) const
-{
-    return calendar->findChild<QToolButton *>(QLatin1String(name));
-}
-
-QTableView *KovaCalanderView::Private::days() const
-{
-    return calendar->findChild<QTableView *>(QStringLiteral("qt_calendar_calendarview"));
-}
-
-QWidget *KovaCalanderView::Private::yearEdit() const
-{
-    return calendar->findChild<QWidget *>(QStringLiteral("qt_calendar_yearedit"));
-}
-
 void KovaCalanderView::Private::handleNavigationBar()
 {
-    for (const char *name : {"qt_calendar_prevmonth", "qt_calendar_nextmonth",
-                             "qt_calendar_monthbutton", "qt_calendar_yearbutton"}) {
-        if (QToolButton *button = navigationButton(name))
+    for (QToolButton *button : std::initializer_list<QToolButton *>{
+             parts().previousMonth, parts().nextMonth, parts().month, parts().year}) {
+        if (button)
             button->setFocusPolicy(Qt::StrongFocus);
     }
-    const auto name = [this](const char *buttonName, const char *key) {
-        if (QToolButton *button = navigationButton(buttonName)) {
+    const auto name = [](QToolButton *button, const char *key) {
+        if (button) {
             button->setAccessibleName(componentString(key));
             button->setToolTip(button->accessibleName());
         }
     };
-    name("qt_calendar_prevmonth", "accessible_calendar_prev_month");
-    name("qt_calendar_nextmonth", "accessible_calendar_next_month");
-    if (QWidget *edit = yearEdit())
-        edit->setAttribute(Qt::WA_MacShowFocusRect, false);
-    if (auto *bar = calendar->findChild<QWidget *>(QStringLiteral("qt_calendar_navigationbar"))) {
+    name(parts().previousMonth, "accessible_calendar_prev_month");
+    name(parts().nextMonth, "accessible_calendar_next_month");
+    if (parts().yearEdit)
+        parts().yearEdit->setAttribute(Qt::WA_MacShowFocusRect, false);
+    if (QWidget *bar = parts().navigationBar) {
         bar->setAutoFillBackground(false);
         // Without the bar's background the buttons' text has to be seen on the calendar's.
         QPalette colors = bar->palette();
@@ -164,7 +145,7 @@ void KovaCalanderView::Private::handleMonthMenu()
           "month_aug", "month_sep", "month_oct", "month_nov", "month_dec"}) {
         monthNames.append(componentString(key));
     }
-    const QToolButton *button = navigationButton("qt_calendar_monthbutton");
+    const QToolButton *button = parts().month;
     if (!button || !button->menu())
         return;
     button->menu()->setToolTipsVisible(true);
@@ -183,7 +164,7 @@ void KovaCalanderView::Private::handleMonthMenu()
 
 void KovaCalanderView::pageChanged(int, int month)
 {
-    if (QToolButton *button = d->navigationButton("qt_calendar_monthbutton"))
+    if (QToolButton *button = d->parts().month)
         button->setText(d->monthNames.value(month - 1));
 }
 
@@ -218,7 +199,7 @@ void KovaCalanderView::Private::handleWeekdayHeader()
     weekdayHeader->setSelectionMode(NoSelection);
     weekdayHeader->setFrameShape(NoFrame);
     weekdayHeader->setShowGrid(false);
-    for (QTableView *table : {days(), static_cast<QTableView *>(weekdayHeader)}) {
+    for (QTableView *table : std::initializer_list<QTableView *>{parts().days, weekdayHeader}) {
         if (!table)
             continue;
         table->horizontalHeader()->setDefaultSectionSize(30);
@@ -239,9 +220,8 @@ void KovaCalanderView::Private::handleTabOrder()
 {
     QWidget *last = q;
     for (QWidget *next : std::initializer_list<QWidget *>{
-             navigationButton("qt_calendar_prevmonth"), navigationButton("qt_calendar_nextmonth"),
-             navigationButton("qt_calendar_monthbutton"),
-             navigationButton("qt_calendar_yearbutton"), yearEdit(), days(), todayButton}) {
+             parts().previousMonth, parts().nextMonth, parts().month, parts().year,
+             parts().yearEdit, parts().days, todayButton}) {
         if (!next)
             continue;
         setTabOrder(last, next);
@@ -328,7 +308,7 @@ void KovaCalanderView::Private::updateTodayButton()
 
 void KovaCalanderView::Private::fitMonthButton()
 {
-    QToolButton *button = navigationButton("qt_calendar_monthbutton");
+    QToolButton *button = parts().month;
     if (!button)
         return;
     button->ensurePolished();
@@ -422,7 +402,7 @@ bool KovaCalanderView::event(QEvent *event)
 void KovaCalanderView::Private::releaseOverDays(QEvent *event)
 {
     isReleasing = true;
-    QCoreApplication::sendEvent(days()->viewport(), event);
+    QCoreApplication::sendEvent(parts().days->viewport(), event);
     isReleasing = false;
     const QDate date = std::exchange(clickedDate, QDate());
     if (!date.isValid())
@@ -433,8 +413,8 @@ void KovaCalanderView::Private::releaseOverDays(QEvent *event)
 
 bool KovaCalanderView::eventFilter(QObject *watched, QEvent *event)
 {
-    if (event->type() == QEvent::MouseButtonRelease && !d->isReleasing && d->days()
-        && watched == d->days()->viewport()) {
+    if (event->type() == QEvent::MouseButtonRelease && !d->isReleasing && d->parts().days
+        && watched == d->parts().days->viewport()) {
         d->releaseOverDays(event);
         return true;
     }
@@ -444,7 +424,7 @@ bool KovaCalanderView::eventFilter(QObject *watched, QEvent *event)
     if (key != Qt::Key_Tab && key != Qt::Key_Backtab)
         return false;
     focusNextPrevChild(key == Qt::Key_Tab);
-    QTableView *grid = d->days();
+    QTableView *grid = d->parts().days;
     if (grid && grid->hasFocus() && grid->currentIndex().isValid()) {
         const QModelIndex index = grid->currentIndex();
         grid->setCurrentIndex(QModelIndex());

@@ -7,7 +7,7 @@
 
 namespace {
 
-constexpr QLatin1String unit("px");
+constexpr QLatin1String unit("px", 2);
 
 // An int has ten digits at most; more of them before the point are out of its range.
 constexpr int maxIntegerDigits = 10;

@@ -1,56 +1,13 @@
 #include "link-label.h"
 
-#include "kovakit-qt/accessibility/named-accessible_p.h"
+#include "kovakit-qt/accessibility/link-accessible_p.h"
 #include "kovakit-qt/utils/keys_p.h"
-#include "kovakit-qt/utils/markup_p.h"
 
 #include <QGuiApplication>
 #include <QKeyEvent>
 #include <QPointer>
 #include <QStyleOptionFocusRect>
 #include <QStylePainter>
-
-namespace {
-
-class LinkAccessible : public NamedAccessible
-{
-public:
-    explicit LinkAccessible(LinkLabel *label)
-        : NamedAccessible(label, QAccessible::Link)
-    {
-    }
-
-    QAccessible::State state() const override
-    {
-        QAccessible::State state = QAccessibleWidget::state();
-        state.linked = true;
-        return state;
-    }
-
-    QStringList actionNames() const override
-    {
-        QStringList names = QAccessibleWidget::actionNames();
-        if (label()->isEnabled())
-            names.prepend(pressAction());
-        return names;
-    }
-
-    void doAction(const QString &name) override
-    {
-        if (name != pressAction())
-            QAccessibleWidget::doAction(name);
-        else if (label()->isEnabled())
-            Q_EMIT label()->clicked();
-    }
-
-protected:
-    QString shownName() const override { return withoutMarkup(label()->text()); }
-
-private:
-    LinkLabel *label() const { return static_cast<LinkLabel *>(widget()); }
-};
-
-} // namespace
 
 class LinkLabel::Private
 {
@@ -73,7 +30,7 @@ LinkLabel::LinkLabel(const QString &text, QLabel *parent)
     : QLabel(parent)
     , d(std::make_unique<Private>(this))
 {
-    QAccessible::installFactory(createAccessible<LinkLabel, LinkAccessible>);
+    installLinkAccessibility<LinkLabel>();
     // Given to the base, the text would make Qt settle on the interface of a plain label.
     setText(text);
     setFocusPolicy(Qt::StrongFocus);

@@ -1,5 +1,7 @@
 #include "house-calendar_p.h"
 
+#include "kovakit-qt/image-manager/logical-size_p.h"
+
 #include <kovakit-qt/image-manager/image-manager.h>
 #include <kovakit-qt/style/dpi-info.h>
 
@@ -150,13 +152,12 @@ void HouseCalendar::focusInEvent(QFocusEvent *event)
 
 void HouseCalendar::showArrows()
 {
-    const double ratio = DPIinfo::getInstance()->getDPR();
-    const auto show = [ratio](QToolButton *button, const char *image) {
+    const auto show = [](QToolButton *button, const char *image) {
         if (!button)
             return;
         const QPixmap pixmap = getGlobalImage(image, ImageManager::Default);
         button->setIcon(pixmap);
-        button->setIconSize(QSize(qRound(pixmap.width() / ratio), qRound(pixmap.height() / ratio)));
+        button->setIconSize(logicalSize(pixmap));
     };
     const bool mirrored = isRightToLeft();
     show(m_parts.previousMonth, mirrored ? "bt_pagebar_nextend" : "bt_pagebar_backend");

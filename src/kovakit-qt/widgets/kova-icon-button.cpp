@@ -1,9 +1,9 @@
 #include "kova-icon-button.h"
 
+#include "kovakit-qt/image-manager/logical-size_p.h"
 #include "kovakit-qt/style/crisp-icons_p.h"
 
 #include <kovakit-qt/image-manager/image-manager.h>
-#include <kovakit-qt/style/dpi-info.h>
 #include <kovakit-qt/style/style-manager.h>
 
 #include <QEvent>
@@ -30,7 +30,6 @@ public:
     void applyLook(const QString &style);
     void showIcon(const QIcon &icon);
     void showRestingIcon();
-    void setIconSizeFrom(const QPixmap &pixmap);
 
     KovaIconButton *const q;
     QIcon defaultIcon;
@@ -81,7 +80,7 @@ void KovaIconButton::setDefaultIcon(const QPixmap &pixmap)
     d->pressIcon = d->defaultIcon;
     d->hoverIcon = d->defaultIcon;
     d->disableIcon = d->defaultIcon;
-    d->setIconSizeFrom(pixmap);
+    d->iconSize = logicalSize(pixmap);
     setIcon(d->defaultIcon);
 }
 
@@ -107,14 +106,8 @@ void KovaIconButton::setAllIcon(const QString &imageName)
     d->hoverIcon = images->getIcon(imageName, ImageManager::Hover);
     d->pressIcon = images->getIcon(imageName, ImageManager::Click);
     d->disableIcon = images->getIcon(imageName, ImageManager::Disable);
-    d->setIconSizeFrom(getGlobalImage(imageName, ImageManager::Default));
+    d->iconSize = logicalSize(getGlobalImage(imageName, ImageManager::Default));
     setIcon(d->defaultIcon);
-}
-
-void KovaIconButton::Private::setIconSizeFrom(const QPixmap &pixmap)
-{
-    const double ratio = DPIinfo::getInstance()->getDPR();
-    iconSize = QSize(qRound(pixmap.width() / ratio), qRound(pixmap.height() / ratio));
 }
 
 void KovaIconButton::Private::showIcon(const QIcon &icon)

@@ -22,26 +22,21 @@ const QColor coverColour(255, 0, 255);
 QString xdotool(const QStringList &arguments)
 {
     QProcess process;
-    process.start(QStringLiteral("xdotool"), arguments);
+    process.start("xdotool", arguments);
     process.waitForFinished();
     return QString::fromLocal8Bit(process.readAllStandardOutput()).trimmed();
 }
 
-QString activeWindow()
-{
-    return xdotool({QStringLiteral("getactivewindow")});
-}
-
 QString titleOf(const QString &window)
 {
-    return xdotool({QStringLiteral("getwindowname"), window});
+    return xdotool({"getwindowname", window});
 }
 
 std::unique_ptr<QProcess> startGallery(const QString &page)
 {
     auto process = std::make_unique<QProcess>();
     process->setProcessChannelMode(QProcess::ForwardedChannels);
-    process->start(QStringLiteral(KOVAKIT_GALLERY), {QStringLiteral("--page"), page});
+    process->start(KOVAKIT_GALLERY, {"--page", page});
     return process;
 }
 
@@ -50,7 +45,7 @@ std::unique_ptr<QProcess> startGallery(const QString &page)
 void SecondStartTest::initTestCase()
 {
     qputenv("TMPDIR", QFile::encodeName(scratchFolder()));
-    QVERIFY2(!xdotool({QStringLiteral("version")}).isEmpty(), "xdotool is not installed");
+    QVERIFY2(!xdotool({"version"}).isEmpty(), "xdotool is not installed");
 }
 
 void SecondStartTest::showsTheFirstWindow_data()
@@ -63,9 +58,9 @@ void SecondStartTest::showsTheFirstWindow_data()
 void SecondStartTest::showsTheFirstWindow()
 {
     QFETCH(bool, isMinimized);
-    const std::unique_ptr<QProcess> first = startGallery(QStringLiteral("buttons"));
-    QTRY_VERIFY_WITH_TIMEOUT(titleOf(activeWindow()).startsWith(QLatin1String("Buttons")), 30000);
-    const QString window = activeWindow();
+    const std::unique_ptr<QProcess> first = startGallery("buttons");
+    QTRY_VERIFY_WITH_TIMEOUT(titleOf(xdotool({"getactivewindow"})).startsWith("Buttons"), 30000);
+    const QString window = xdotool({"getactivewindow"});
 
     QWidget cover;
     cover.setPalette(coverColour);
@@ -80,18 +75,18 @@ void SecondStartTest::showsTheFirstWindow()
     };
     QTRY_COMPARE(topmost(), coverColour);
     if (isMinimized)
-        xdotool({QStringLiteral("windowminimize"), QStringLiteral("--sync"), window});
+        xdotool({"windowminimize", "--sync", window});
 
-    const std::unique_ptr<QProcess> second = startGallery(QStringLiteral("dates"));
+    const std::unique_ptr<QProcess> second = startGallery("dates");
     QVERIFY(second->waitForFinished(20000));
     QCOMPARE(second->exitStatus(), QProcess::NormalExit);
     QCOMPARE(second->exitCode(), 0);
-    QTRY_COMPARE(activeWindow(), window);
+    QTRY_COMPARE(xdotool({"getactivewindow"}), window);
     QTRY_VERIFY(topmost() != coverColour);
-    QTRY_VERIFY2(titleOf(window).startsWith(QLatin1String("Dates")), qPrintable(titleOf(window)));
+    QTRY_VERIFY2(titleOf(window).startsWith("Dates"), qPrintable(titleOf(window)));
 
     QCOMPARE(first->state(), QProcess::Running);
-    xdotool({QStringLiteral("key"), QStringLiteral("alt+F4")});
+    xdotool({"key", "alt+F4"});
     QVERIFY(first->waitForFinished());
     QCOMPARE(first->exitCode(), 0);
 }

@@ -1,3 +1,5 @@
+// SPDX-License-Identifier: MIT
+
 #include "many-widgets.h"
 
 #include <kovakit-qt/image-manager/image-manager.h>

@@ -1,3 +1,5 @@
+// SPDX-License-Identifier: MIT
+
 #include "bench.h"
 
 #include <kovakit-qt/widgets/kova-date-selector.h>

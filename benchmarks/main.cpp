@@ -1,3 +1,5 @@
+// SPDX-License-Identifier: MIT
+
 #include "bench.h"
 
 #include <support/test-host.h>

@@ -1,3 +1,5 @@
+// SPDX-License-Identifier: MIT
+
 #include "many-widgets.h"
 
 #include <QGridLayout>

@@ -1,3 +1,5 @@
+// SPDX-License-Identifier: MIT
+
 #include "bench.h"
 
 #include <kovakit-qt/image-manager/image-manager.h>

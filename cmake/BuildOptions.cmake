@@ -1,3 +1,5 @@
+# SPDX-License-Identifier: MIT
+
 # Two usage requirements that every target of this repository takes: how strictly it is compiled,
 # and which of Qt's conveniences it goes without.
 

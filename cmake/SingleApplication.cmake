@@ -1,3 +1,5 @@
+# SPDX-License-Identifier: MIT
+
 # Adds QtSingleApplication, QtLocalPeer and QtLockedFile to the library.
 #
 # A packaged copy of the component on the system is preferred. Otherwise its published sources are

@@ -1,3 +1,5 @@
+// SPDX-License-Identifier: MIT
+
 #include "gallery-window.h"
 
 #include "gallery-page.h"

@@ -1,3 +1,5 @@
+// SPDX-License-Identifier: MIT
+
 #include "host-startup.h"
 
 #include <kovakit-qt/image-manager/image-manager.h>

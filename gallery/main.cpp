@@ -1,3 +1,5 @@
+// SPDX-License-Identifier: MIT
+
 #include "environment.h"
 #include "gallery-window.h"
 #include "host-startup.h"

@@ -1,3 +1,5 @@
+// SPDX-License-Identifier: MIT
+
 #include "options.h"
 
 #include "languages.h"

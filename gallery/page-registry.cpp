@@ -1,3 +1,5 @@
+// SPDX-License-Identifier: MIT
+
 #include "page-registry.h"
 
 #include "pages/buttons-page.h"

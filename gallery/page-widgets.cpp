@@ -1,3 +1,5 @@
+// SPDX-License-Identifier: MIT
+
 #include "page-widgets.h"
 
 #include <kovakit-qt/style/dpi-info.h>

@@ -1,3 +1,5 @@
+// SPDX-License-Identifier: MIT
+
 #include "screenshots.h"
 
 #include "gallery-page.h"

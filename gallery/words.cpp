@@ -1,3 +1,5 @@
+// SPDX-License-Identifier: MIT
+
 #include "words.h"
 
 #include <QFile>

@@ -1,3 +1,5 @@
+# SPDX-License-Identifier: MIT
+#
 # What the scripts share; sourced by them, in bash, as the first thing they do.
 set -euo pipefail
 

@@ -1,3 +1,5 @@
+// SPDX-License-Identifier: MIT
+
 // The shortest real host: it says where its things are, in this order, and then uses the widgets.
 
 #include <kovakit-qt/kovakit-qt.h>

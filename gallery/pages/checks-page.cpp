@@ -1,3 +1,5 @@
+// SPDX-License-Identifier: MIT
+
 #include "checks-page.h"
 
 #include "page-widgets.h"

@@ -1,3 +1,5 @@
+// SPDX-License-Identifier: MIT
+
 #include "dates-page.h"
 
 #include "host-startup.h"

@@ -1,3 +1,5 @@
+// SPDX-License-Identifier: MIT
+
 #include "help-page.h"
 
 #include "page-widgets.h"

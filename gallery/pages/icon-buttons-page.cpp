@@ -1,3 +1,5 @@
+// SPDX-License-Identifier: MIT
+
 #include "icon-buttons-page.h"
 
 #include "page-widgets.h"

@@ -1,3 +1,5 @@
+// SPDX-License-Identifier: MIT
+
 #include "input-page.h"
 
 #include "page-widgets.h"

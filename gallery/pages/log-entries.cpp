@@ -1,3 +1,5 @@
+// SPDX-License-Identifier: MIT
+
 #include "log-entries.h"
 
 #include "gallery-page.h"

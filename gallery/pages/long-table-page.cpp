@@ -1,3 +1,5 @@
+// SPDX-License-Identifier: MIT
+
 #include "long-table-page.h"
 
 #include "page-widgets.h"

@@ -1,3 +1,5 @@
+// SPDX-License-Identifier: MIT
+
 #include "look-ups-page.h"
 
 #include "page-widgets.h"

@@ -1,3 +1,5 @@
+// SPDX-License-Identifier: MIT
+
 #include "menus-page.h"
 
 #include "page-widgets.h"

@@ -1,3 +1,5 @@
+// SPDX-License-Identifier: MIT
+
 #include "message-boxes-page.h"
 
 #include "page-widgets.h"

@@ -1,3 +1,5 @@
+// SPDX-License-Identifier: MIT
+
 #include "result-text.h"
 
 #include "gallery-page.h"

@@ -1,3 +1,5 @@
+# SPDX-License-Identifier: MIT
+
 # Makes a program of the C++ blocks in the guides: every block is a function of the class that
 # guide.h declares, so that the compiler checks each call and says the line of the guide.
 

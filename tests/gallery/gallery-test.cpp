@@ -1,3 +1,5 @@
+// SPDX-License-Identifier: MIT
+
 #include <QImage>
 #include <QTemporaryDir>
 #include <QtTest>

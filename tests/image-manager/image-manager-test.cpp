@@ -1,3 +1,5 @@
+// SPDX-License-Identifier: MIT
+
 #include <kovakit-qt/image-manager/image-manager.h>
 #include <kovakit-qt/style/dpi-info.h>
 #include <kovakit-qt/utils/ui-path-manager.h>

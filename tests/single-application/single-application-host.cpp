@@ -1,3 +1,5 @@
+// SPDX-License-Identifier: MIT
+
 // A program of one instance, as a host would write it; the test starts it several times.
 //
 // Without a running instance it says "first" and then the length and hash of each message. With

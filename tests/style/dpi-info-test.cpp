@@ -1,3 +1,5 @@
+// SPDX-License-Identifier: MIT
+
 #include <kovakit-qt/style/dpi-info.h>
 
 #include <QRandomGenerator>

@@ -1,3 +1,5 @@
+// SPDX-License-Identifier: MIT
+
 #include "http-server.h"
 
 #include <QPointer>

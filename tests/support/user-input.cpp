@@ -1,3 +1,5 @@
+// SPDX-License-Identifier: MIT
+
 #include "user-input.h"
 
 #include <QtTest>

@@ -1,3 +1,5 @@
+// SPDX-License-Identifier: MIT
+
 #include "warning-catcher.h"
 
 #include <QtGlobal>

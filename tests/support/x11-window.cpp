@@ -1,3 +1,5 @@
+// SPDX-License-Identifier: MIT
+
 #include "x11-window.h"
 
 #include <X11/Xatom.h>

@@ -1,3 +1,5 @@
+// SPDX-License-Identifier: MIT
+
 #include <kovakit-qt/utils/kova-locale.h>
 
 #include <QtTest>

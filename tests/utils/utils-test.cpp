@@ -1,3 +1,5 @@
+// SPDX-License-Identifier: MIT
+
 #include <kovakit-qt/utils/accessible-util.h>
 #include <kovakit-qt/utils/component-strings.h>
 #include <kovakit-qt/utils/escape-tooltip.h>

@@ -1,3 +1,5 @@
+// SPDX-License-Identifier: MIT
+
 #include "support/http-server.h"
 #include "support/test-host.h"
 #include "support/user-input.h"

@@ -1,3 +1,5 @@
+// SPDX-License-Identifier: MIT
+
 #include "support/http-server.h"
 #include "support/pictures.h"
 #include "support/test-host.h"

@@ -1,3 +1,5 @@
+// SPDX-License-Identifier: MIT
+
 #include <kovakit-qt/widgets/kova-button-path.h>
 
 #include "support/test-host.h"

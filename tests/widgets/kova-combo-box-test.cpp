@@ -1,3 +1,5 @@
+// SPDX-License-Identifier: MIT
+
 #include <kovakit-qt/kovakit-qt.h>
 
 #include "support/test-host.h"

@@ -1,3 +1,5 @@
+// SPDX-License-Identifier: MIT
+
 #include <kovakit-qt/widgets/kova-menu.h>
 
 #include "support/user-input.h"

@@ -1,3 +1,5 @@
+// SPDX-License-Identifier: MIT
+
 #include <kovakit-qt/widgets/shapi-linux.h>
 
 #include "support/x11-window.h"

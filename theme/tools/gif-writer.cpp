@@ -1,3 +1,5 @@
+// SPDX-License-Identifier: MIT
+
 #include "gif-writer.h"
 
 #include <QHash>

@@ -1,3 +1,5 @@
+// SPDX-License-Identifier: MIT
+
 #include "palette.h"
 
 #include <QColor>

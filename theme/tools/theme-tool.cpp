@@ -1,3 +1,5 @@
+// SPDX-License-Identifier: MIT
+
 // Turns the sources of a theme into the files of a resource folder. Run by the build.
 
 #include "gif-writer.h"

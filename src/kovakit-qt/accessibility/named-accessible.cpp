@@ -1,3 +1,5 @@
+// SPDX-License-Identifier: MIT
+
 #include "named-accessible_p.h"
 
 QString NamedAccessible::text(QAccessible::Text kind) const

@@ -1,3 +1,5 @@
+// SPDX-License-Identifier: MIT
+
 #include "named-action_p.h"
 
 #include <QAccessible>

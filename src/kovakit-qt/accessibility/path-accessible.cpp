@@ -1,3 +1,5 @@
+// SPDX-License-Identifier: MIT
+
 #include "path-accessible_p.h"
 
 QAccessibleInterface *makePathAccessible(QWidget *path)

@@ -1,3 +1,5 @@
+// SPDX-License-Identifier: MIT
+
 #include "calendar-keys_p.h"
 
 #include "date-typing_p.h"

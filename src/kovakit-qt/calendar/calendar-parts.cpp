@@ -1,3 +1,5 @@
+// SPDX-License-Identifier: MIT
+
 #include "calendar-parts_p.h"
 
 #include <QCalendarWidget>

@@ -1,3 +1,5 @@
+// SPDX-License-Identifier: MIT
+
 #include "date-typing_p.h"
 
 #include "house-calendar_p.h"

@@ -1,3 +1,5 @@
+// SPDX-License-Identifier: MIT
+
 #include "house-calendar_p.h"
 
 #include "kovakit-qt/image-manager/logical-size_p.h"

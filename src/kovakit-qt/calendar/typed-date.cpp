@@ -1,3 +1,5 @@
+// SPDX-License-Identifier: MIT
+
 #include "typed-date_p.h"
 
 #include <QRegularExpression>

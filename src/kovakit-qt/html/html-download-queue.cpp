@@ -1,3 +1,5 @@
+// SPDX-License-Identifier: MIT
+
 #include "html-download-queue_p.h"
 
 #include <kovakit-qt/network/image-downloader.h>

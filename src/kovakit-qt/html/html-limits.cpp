@@ -1,3 +1,5 @@
+// SPDX-License-Identifier: MIT
+
 #include "html-limits_p.h"
 
 #include <QHash>

@@ -1,3 +1,5 @@
+// SPDX-License-Identifier: MIT
+
 #include "html-pictures_p.h"
 
 #include "kovakit-qt/utils/safe-file_p.h"

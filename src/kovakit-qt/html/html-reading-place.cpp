@@ -1,3 +1,5 @@
+// SPDX-License-Identifier: MIT
+
 #include "html-reading-place_p.h"
 
 #include <QAbstractTextDocumentLayout>

@@ -1,3 +1,5 @@
+// SPDX-License-Identifier: MIT
+
 #include "html-scan_p.h"
 
 #include <QSet>

@@ -1,3 +1,5 @@
+// SPDX-License-Identifier: MIT
+
 #include "logical-size_p.h"
 
 #include <kovakit-qt/style/dpi-info.h>

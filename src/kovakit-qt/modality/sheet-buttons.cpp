@@ -1,3 +1,5 @@
+// SPDX-License-Identifier: MIT
+
 #include "sheet-buttons_p.h"
 
 #include <kovakit-qt/style/dpi-info.h>

@@ -1,3 +1,5 @@
+// SPDX-License-Identifier: MIT
+
 #include "sheet-core_p.h"
 
 #include "sheet-buttons_p.h"

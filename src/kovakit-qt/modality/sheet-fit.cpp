@@ -1,3 +1,5 @@
+// SPDX-License-Identifier: MIT
+
 #include "sheet-fit_p.h"
 
 #include "sheet-text-area_p.h"

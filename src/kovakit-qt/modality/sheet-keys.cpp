@@ -1,3 +1,5 @@
+// SPDX-License-Identifier: MIT
+
 #include "sheet-keys_p.h"
 
 #include "sheet-buttons_p.h"

@@ -1,3 +1,5 @@
+// SPDX-License-Identifier: MIT
+
 #include "sheet-modality_p.h"
 
 #include "sheet-buttons_p.h"

@@ -1,3 +1,5 @@
+// SPDX-License-Identifier: MIT
+
 #include "sheet-text-area_p.h"
 
 #include "kovakit-qt/utils/fit-height_p.h"

@@ -1,3 +1,5 @@
+// SPDX-License-Identifier: MIT
+
 #include "window-use_p.h"
 
 WindowUse useOf(QEvent::Type type)

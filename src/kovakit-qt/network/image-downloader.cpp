@@ -1,3 +1,5 @@
+// SPDX-License-Identifier: MIT
+
 #include "image-downloader.h"
 
 #include "kovakit-qt/utils/safe-file_p.h"

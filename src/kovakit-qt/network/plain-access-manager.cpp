@@ -1,3 +1,5 @@
+// SPDX-License-Identifier: MIT
+
 #include "plain-access-manager_p.h"
 
 #include <QNetworkReply>

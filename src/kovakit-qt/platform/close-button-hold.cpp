@@ -1,3 +1,5 @@
+// SPDX-License-Identifier: MIT
+
 #include "close-button-hold_p.h"
 
 #include <kovakit-qt/platform/shapi-linux.h>

@@ -1,3 +1,5 @@
+// SPDX-License-Identifier: MIT
+
 #include "crisp-icons_p.h"
 
 #include <QCoreApplication>

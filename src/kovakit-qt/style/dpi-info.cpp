@@ -1,3 +1,5 @@
+// SPDX-License-Identifier: MIT
+
 #include "dpi-info.h"
 
 #include "pixel-lengths_p.h"

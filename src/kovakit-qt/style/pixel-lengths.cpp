@@ -1,3 +1,5 @@
+// SPDX-License-Identifier: MIT
+
 #include "pixel-lengths_p.h"
 
 #include <QVector>

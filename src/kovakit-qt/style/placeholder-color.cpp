@@ -1,3 +1,5 @@
+// SPDX-License-Identifier: MIT
+
 #include "placeholder-color_p.h"
 
 #include "crisp-icons_p.h"

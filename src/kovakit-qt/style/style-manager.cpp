@@ -1,3 +1,5 @@
+// SPDX-License-Identifier: MIT
+
 #include "style-manager.h"
 
 #include "kovakit-qt/utils/file-text_p.h"

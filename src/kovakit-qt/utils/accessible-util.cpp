@@ -1,3 +1,5 @@
+// SPDX-License-Identifier: MIT
+
 #include "accessible-util.h"
 
 #include <QWidget>

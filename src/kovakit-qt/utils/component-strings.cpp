@@ -1,3 +1,5 @@
+// SPDX-License-Identifier: MIT
+
 #include "component-strings.h"
 
 #include "component-strings_p.h"

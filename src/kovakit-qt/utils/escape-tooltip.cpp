@@ -1,3 +1,5 @@
+// SPDX-License-Identifier: MIT
+
 #include "escape-tooltip.h"
 
 QString getHtmlEscapedStringForToolTip(const QString &text)

@@ -1,3 +1,5 @@
+// SPDX-License-Identifier: MIT
+
 #include "file-text_p.h"
 
 #include <QFile>

@@ -1,3 +1,5 @@
+// SPDX-License-Identifier: MIT
+
 #include "file-type-map.h"
 
 #include <QStringList>

@@ -1,3 +1,5 @@
+// SPDX-License-Identifier: MIT
+
 #include "fit-height_p.h"
 
 #include <QWidget>

@@ -1,3 +1,5 @@
+// SPDX-License-Identifier: MIT
+
 #include "input-guards_p.h"
 
 #include <QEvent>

@@ -1,3 +1,5 @@
+// SPDX-License-Identifier: MIT
+
 #include "kova-locale.h"
 
 #include <QLocale>

@@ -1,3 +1,5 @@
+// SPDX-License-Identifier: MIT
+
 #include "markup_p.h"
 
 #include <QString>

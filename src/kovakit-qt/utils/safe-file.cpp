@@ -1,3 +1,5 @@
+// SPDX-License-Identifier: MIT
+
 #include "safe-file_p.h"
 
 #include <QDir>

@@ -1,3 +1,5 @@
+// SPDX-License-Identifier: MIT
+
 #include "ui-path-manager.h"
 
 #include <kovakit-qt/utils/util.h>

@@ -1,3 +1,5 @@
+// SPDX-License-Identifier: MIT
+
 #include "browser-window.h"
 
 #include "kovakit-qt/network/plain-access-manager_p.h"

@@ -1,3 +1,5 @@
+// SPDX-License-Identifier: MIT
+
 #include "event-filters.h"
 
 #include <QEvent>

@@ -1,3 +1,5 @@
+// SPDX-License-Identifier: MIT
+
 #include "file-system-tree-widget-item.h"
 
 FileSystemTreeWidgetItem::FileSystemTreeWidgetItem() = default;

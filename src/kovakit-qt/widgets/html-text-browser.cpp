@@ -1,3 +1,5 @@
+// SPDX-License-Identifier: MIT
+
 #include "html-text-browser.h"
 
 #include "kovakit-qt/html/html-download-queue_p.h"

@@ -1,3 +1,5 @@
+// SPDX-License-Identifier: MIT
+
 #include "item-delegate.h"
 
 #include "kovakit-qt/style/crisp-icons_p.h"

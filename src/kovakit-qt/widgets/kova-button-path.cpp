@@ -1,3 +1,5 @@
+// SPDX-License-Identifier: MIT
+
 #include "kova-button-path.h"
 
 #include "kovakit-qt/accessibility/path-accessible_p.h"

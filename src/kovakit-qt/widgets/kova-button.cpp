@@ -1,3 +1,5 @@
+// SPDX-License-Identifier: MIT
+
 #include "kova-button.h"
 
 #include <kovakit-qt/style/style-manager.h>

@@ -1,3 +1,5 @@
+// SPDX-License-Identifier: MIT
+
 #include "kova-calander-view.h"
 
 #include "kovakit-qt/accessibility/named-action_p.h"

@@ -1,3 +1,5 @@
+// SPDX-License-Identifier: MIT
+
 #include "kova-check-box.h"
 
 #include "kovakit-qt/style/crisp-icons_p.h"

@@ -1,3 +1,5 @@
+// SPDX-License-Identifier: MIT
+
 #include "kova-countdown-msg-box.h"
 
 #include "kovakit-qt/modality/sheet-buttons_p.h"

@@ -1,3 +1,5 @@
+// SPDX-License-Identifier: MIT
+
 #include "kova-date-selector.h"
 
 #include "kovakit-qt/calendar/house-calendar_p.h"

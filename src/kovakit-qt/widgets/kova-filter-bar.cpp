@@ -1,3 +1,5 @@
+// SPDX-License-Identifier: MIT
+
 #include "kova-filter-bar.h"
 
 #include "kovakit-qt/style/placeholder-color_p.h"

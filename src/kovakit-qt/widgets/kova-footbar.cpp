@@ -1,3 +1,5 @@
+// SPDX-License-Identifier: MIT
+
 #include "kova-footbar.h"
 
 #include <kovakit-qt/style/dpi-info.h>

@@ -1,3 +1,5 @@
+// SPDX-License-Identifier: MIT
+
 #include "kova-icon-button.h"
 
 #include "kovakit-qt/image-manager/logical-size_p.h"

@@ -1,3 +1,5 @@
+// SPDX-License-Identifier: MIT
+
 #include "kova-input-sheet.h"
 
 #include "sheet-callbacks_p.h"

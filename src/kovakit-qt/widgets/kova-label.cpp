@@ -1,3 +1,5 @@
+// SPDX-License-Identifier: MIT
+
 #include "kova-label.h"
 
 #include <kovakit-qt/style/style-manager.h>

@@ -1,3 +1,5 @@
+// SPDX-License-Identifier: MIT
+
 #include "kova-line-edit.h"
 
 #include "kovakit-qt/style/placeholder-color_p.h"

@@ -1,3 +1,5 @@
+// SPDX-License-Identifier: MIT
+
 #include "kova-menu.h"
 
 #include "kovakit-qt/utils/input-guards_p.h"

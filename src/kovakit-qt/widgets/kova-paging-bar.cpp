@@ -1,3 +1,5 @@
+// SPDX-License-Identifier: MIT
+
 #include "kova-paging-bar.h"
 
 #include "kovakit-qt/utils/component-strings_p.h"

@@ -1,3 +1,5 @@
+// SPDX-License-Identifier: MIT
+
 #include "kova-sheet.h"
 
 #include "kovakit-qt/accessibility/sheet-accessible_p.h"

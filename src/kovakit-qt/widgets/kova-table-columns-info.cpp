@@ -1,3 +1,5 @@
+// SPDX-License-Identifier: MIT
+
 #include "kova-table-columns-info.h"
 
 int KovaTableColumnsInfo::addColumn(const QString &title, int width, bool resizable, double ratio)

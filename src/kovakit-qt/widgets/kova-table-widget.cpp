@@ -1,3 +1,5 @@
+// SPDX-License-Identifier: MIT
+
 #include "kova-table-widget.h"
 
 #include <kovakit-qt/style/dpi-info.h>

@@ -1,3 +1,5 @@
+// SPDX-License-Identifier: MIT
+
 #include "link-label.h"
 
 #include "kovakit-qt/accessibility/link-accessible_p.h"

@@ -1,3 +1,5 @@
+// SPDX-License-Identifier: MIT
+
 #include "message-label.h"
 
 #include "kovakit-qt/utils/fit-height_p.h"

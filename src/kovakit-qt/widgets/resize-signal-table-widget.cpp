@@ -1,3 +1,5 @@
+// SPDX-License-Identifier: MIT
+
 #include "resize-signal-table-widget.h"
 
 #include <QResizeEvent>

@@ -6,6 +6,8 @@
 
 #include "kovakit-qt/utils/markup_p.h"
 
+#include <QWidget>
+
 // Reports a Link, a label with the signal clicked(), to assistive technology as a link that can be
 // pressed, with the words of its text as name.
 template<class Link>

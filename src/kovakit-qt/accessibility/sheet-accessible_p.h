@@ -6,6 +6,8 @@
 
 #include "kovakit-qt/utils/markup_p.h"
 
+#include <QWidget>
+
 // Reports a sheet to assistive technology as a dialog with the words of its first Label as name.
 template<class Label>
 class SheetAccessible : public NamedAccessible
@@ -19,7 +21,8 @@ public:
 protected:
     QString shownName() const override
     {
-        const auto *label = widget()->findChild<Label *>();
+        const QWidget *sheet = widget();
+        const auto *label = sheet->findChild<Label *>();
         return label ? withoutMarkup(label->text()) : QString();
     }
 };

@@ -329,12 +329,13 @@ bool SheetModality::eventFilter(QObject *watched, QEvent *event)
 
 bool SheetModality::filterShortcut(QObject *watched, QEvent *event) const
 {
-    QObject *owner = watched;
-    while (owner && !owner->isWidgetType())
-        owner = owner->parent();
-    if (event->type() == QEvent::Shortcut)
+    if (event->type() == QEvent::Shortcut) {
+        QObject *owner = watched;
+        while (owner && !owner->isWidgetType())
+            owner = owner->parent();
         return owner && isCovered(owner);
-    if (owner != watched || static_cast<QWidget *>(owner)->window() != m_window)
+    }
+    if (!watched->isWidgetType() || static_cast<QWidget *>(watched)->window() != m_window)
         return false;
     // Accepted as if a widget wanted the key: no shortcut fires, and Qt sends the key as a press.
     event->accept();

@@ -52,20 +52,3 @@ void writeMotifHints(WId window, const QVector<quint32> &items)
     XChangeProperty(display.get(), window, atom, atom, 32, PropModeReplace,
                     reinterpret_cast<const unsigned char *>(words.constData()), words.size());
 }
-
-void requestClose(WId window)
-{
-    const Connection display = connectToDisplay();
-    XEvent event = {};
-    event.xclient.type = ClientMessage;
-    event.xclient.window = window;
-    event.xclient.message_type = XInternAtom(display.get(), "_NET_CLOSE_WINDOW", False);
-    event.xclient.format = 32;
-    XSendEvent(display.get(), DefaultRootWindow(display.get()), False,
-               SubstructureNotifyMask | SubstructureRedirectMask, &event);
-}
-
-bool canConnect()
-{
-    return connectToDisplay() != nullptr;
-}

@@ -10,9 +10,3 @@ QVector<quint32> readMotifHints(WId window);
 
 // Replaces the window's Motif hints; no items removes them.
 void writeMotifHints(WId window, const QVector<quint32> &items);
-
-// Asks the window manager to close the window, as its close button does.
-void requestClose(WId window);
-
-// Whether another program could still open the display.
-bool canConnect();

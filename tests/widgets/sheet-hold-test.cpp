@@ -11,10 +11,27 @@
 
 #include <algorithm>
 
+namespace {
+
 using Change = std::function<void(HostWindow &)>;
+using Hints = QVector<quint32>;
+
+int openSockets()
+{
+    int sockets = 0;
+    for (const QFileInfo &file : QDir("/proc/self/fd").entryInfoList(QDir::Files | QDir::System))
+        sockets += file.symLinkTarget().contains("socket:");
+    return sockets;
+}
+
+const Hints ownHints{2, 0, 1, 0, 0};
+const Hints noFunctions{1, 0, 6, 0, 0};
+
+} // namespace
+
 Q_DECLARE_METATYPE(Change)
 
-// What a sheet takes from its window, and how the window gets it back.
+// What a sheet, or a host that asks for it, takes from a window, and how the window gets it back.
 class SheetHoldTest : public QObject
 {
     Q_OBJECT
@@ -23,8 +40,9 @@ private Q_SLOTS:
     void initTestCase() { setUpHost(); }
     void init();
     void cleanup() { m_window.reset(); }
+    void hintsComeBackAsTheyWere();
+    void secondDisableSavesTheFirst();
     void closeButtonIsTakenAndGivenBack();
-    void windowCannotBeClosed();
     void usableOverDisabledWidgets_data();
     void usableOverDisabledWidgets();
     void movedCarrierTakesTheHoldAlong();
@@ -33,93 +51,107 @@ private Q_SLOTS:
 
 private:
     void key(Qt::Key key) { press(m_window.get(), key); }
+    [[nodiscard]] Hints hints() const { return readMotifHints(m_window->winId()); }
+
+    void enable(bool enabled)
+    {
+        SHAPISetCloseButtonOfWindowEnable(m_window.get(), enabled, &m_saved);
+    }
 
     std::unique_ptr<HostWindow> m_window;
+    void *m_saved = nullptr;
 };
 
 void SheetHoldTest::init()
 {
+    m_saved = nullptr;
     m_window = std::make_unique<HostWindow>();
     showActive(m_window.get());
     m_window->edit->setFocus();
+    writeMotifHints(m_window->winId(), ownHints);
+}
+
+void SheetHoldTest::hintsComeBackAsTheyWere()
+{
+    const QPair<Hints, Hints> cases[] = {
+        {{3, 62, 126, 1, 9}, {3, 62, 126, 1, 9}},
+        // Too short, the value comes back padded.
+        {{7, 5, 3, 1}, {7, 5, 3, 1, 0}},
+        // Where there was nothing, the functions come back as the window manager's own.
+        {{}, {0, 0, 1, 0, 1}},
+    };
+    enable(false);
+    enable(true);
+    const int sockets = openSockets();
+    for (const auto &[before, after] : cases) {
+        writeMotifHints(m_window->winId(), before);
+        enable(false);
+        // Whatever the last two items were, the window manager is told: no functions.
+        QCOMPARE(hints().mid(0, 3), noFunctions.mid(0, 3));
+        enable(true);
+        QCOMPARE(m_saved, nullptr);
+        enable(true);
+        QCOMPARE(hints(), after);
+    }
+    QVERIFY2(openSockets() <= sockets, "a connection to the server is left open");
+
+    QWidget never;
+    SHAPISetCloseButtonOfWindowEnable(&never, false, &m_saved);
+    SHAPISetCloseButtonOfWindowEnable(nullptr, false, &m_saved);
+    QCOMPARE(m_saved, nullptr);
+}
+
+void SheetHoldTest::secondDisableSavesTheFirst()
+{
+    enable(false);
+    void *first = m_saved;
+    enable(false);
+    enable(true);
+    QCOMPARE(hints(), noFunctions);
+    m_saved = first;
+    enable(true);
+    QCOMPARE(hints(), ownHints);
 }
 
 void SheetHoldTest::closeButtonIsTakenAndGivenBack()
 {
-    const WId id = m_window->winId();
-    const QVector<quint32> before{2, 0, 1, 0, 0};
-    writeMotifHints(id, before);
     KovaMessageSheet sheet(KovaMessageSheet::Question, "Go?", m_window.get());
     bool taken = false;
     QTimer::singleShot(0, &sheet, [&] {
-        const QVector<quint32> none{1, 0, 6, 0, 0};
-        taken = QTest::qWaitFor([&] { return readMotifHints(id) == none; });
+        taken = QTest::qWaitFor([&] { return hints() == noFunctions; });
+        // Switched off meanwhile, it is given back all the same.
+        sheet.setBlockWindowButton(false);
         sheet.quit();
     });
     QCOMPARE(sheet.exec(), 0);
     QVERIFY(taken);
-    QTRY_COMPARE(readMotifHints(id), before);
-
-    sheet.showSheet();
-    QCOMPARE(readMotifHints(id), before);
-    sheet.done(0);
-    sheet.showSheetWithBlock();
-    QTRY_COMPARE(readMotifHints(id).value(2), 6U);
-    // Switched off meanwhile, it is given back all the same.
-    sheet.setBlockWindowButton(false);
-    sheet.done(0);
-    QTRY_COMPARE(readMotifHints(id), before);
-}
-
-void SheetHoldTest::windowCannotBeClosed()
-{
-    KovaMessageSheet sheet(KovaMessageSheet::Question, "Go?", m_window.get());
-    sheet.showSheet();
-    QVERIFY(!m_window->close());
-    requestClose(m_window->winId());
-    QTest::qWait(100);
-    QVERIFY(m_window->isVisible());
-    sheet.quit();
-    requestClose(m_window->winId());
-    QTRY_VERIFY(!m_window->isVisible());
+    QTRY_COMPARE(hints(), ownHints);
 }
 
 void SheetHoldTest::usableOverDisabledWidgets_data()
 {
-    QTest::addColumn<Change>("before");
+    QTest::addColumn<bool>("windowIsDisabled");
     QTest::addColumn<Change>("meanwhile");
-    QTest::addColumn<bool>("windowIsEnabled");
-    QTest::addColumn<bool>("contentIsEnabled");
-    const Change none = [](HostWindow &) {};
-    const Change disableWindow = [](HostWindow &window) { window.setEnabled(false); };
+    const Change nothing = [](HostWindow &) {};
     const Change enableWindow = [](HostWindow &window) { window.setEnabled(true); };
     const Change disableContent = [](HostWindow &w) { w.centralWidget()->setEnabled(false); };
-    const Change switchTwice = [](HostWindow &window) {
-        window.setEnabled(true);
-        window.setEnabled(false);
-    };
-    QTest::newRow("window") << disableWindow << none << false << false;
-    QTest::newRow("content") << disableContent << none << true << false;
-    QTest::newRow("window, meanwhile") << none << disableWindow << false << false;
-    QTest::newRow("content, meanwhile") << none << disableContent << true << false;
-    QTest::newRow("enabled meanwhile") << disableWindow << enableWindow << true << true;
-    QTest::newRow("enabled and disabled") << disableWindow << switchTwice << false << false;
+    QTest::newRow("window") << true << nothing;
+    QTest::newRow("content, meanwhile") << false << disableContent;
+    QTest::newRow("enabled meanwhile") << true << enableWindow;
 }
 
 void SheetHoldTest::usableOverDisabledWidgets()
 {
-    QFETCH(Change, before);
+    QFETCH(bool, windowIsDisabled);
     QFETCH(Change, meanwhile);
-    QFETCH(bool, windowIsEnabled);
-    QFETCH(bool, contentIsEnabled);
     QWidget *const content = m_window->centralWidget();
     KovaInputSheet sheet("Name", content);
-    before(*m_window);
+    m_window->setDisabled(windowIsDisabled);
+    bool isEnabled = false;
     for (const bool byMouse : {false, true}) {
         QTimer::singleShot(0, &sheet, [&] {
             meanwhile(*m_window);
-            QCOMPARE(m_window->isEnabled(), windowIsEnabled);
-            QCOMPARE(content->isEnabled(), contentIsEnabled);
+            isEnabled = content->isEnabled();
             click(m_window->button);
             key(Qt::Key_N);
             if (byMouse)
@@ -129,10 +161,8 @@ void SheetHoldTest::usableOverDisabledWidgets()
             sheet.quit();
         });
         QCOMPARE(sheet.exec(), 1024);
-        QCOMPARE(m_window->isEnabled(), windowIsEnabled);
-        QCOMPARE(content->isEnabled(), contentIsEnabled);
-        QCOMPARE(sheet.isEnabled(), contentIsEnabled);
-        QCOMPARE(sheet.getLineEdit()->isEnabled(), contentIsEnabled);
+        QCOMPARE(content->isEnabled(), isEnabled);
+        QCOMPARE(sheet.getLineEdit()->isEnabled(), isEnabled);
     }
     QCOMPARE(sheet.getContent(), "nn");
     QCOMPARE(m_window->clicks, 0);
@@ -149,13 +179,10 @@ void SheetHoldTest::usableOverDisabledWidgets()
 
 void SheetHoldTest::movedCarrierTakesTheHoldAlong()
 {
-    const QVector<quint32> before{2, 0, 1, 0, 0};
     HostWindow other;
     showActive(&other);
-    for (const WId id : {other.winId(), m_window->winId()})
-        writeMotifHints(id, before);
+    writeMotifHints(other.winId(), ownHints);
     showActive(m_window.get());
-    m_window->edit->setFocus();
     auto *carrier = new QWidget(m_window.get());
     carrier->resize(700, 400);
     carrier->show();
@@ -164,9 +191,8 @@ void SheetHoldTest::movedCarrierTakesTheHoldAlong()
 
     carrier->setParent(&other);
     carrier->show();
-    QTRY_COMPARE(readMotifHints(m_window->winId()), before);
-    QTRY_COMPARE(readMotifHints(other.winId()).value(2), 6U);
-    QCOMPARE(m_window->focusWidget(), m_window->edit);
+    QTRY_COMPARE(hints(), ownHints);
+    QTRY_COMPARE(readMotifHints(other.winId()), noFunctions);
     key(Qt::Key_X);
     QCOMPARE(m_window->edit->text(), "x");
     QVERIFY(m_window->close());
@@ -176,36 +202,35 @@ void SheetHoldTest::movedCarrierTakesTheHoldAlong()
     click(&other, QPoint(780, 480));
     press(&other, Qt::Key_S, Qt::ControlModifier);
     QCOMPARE(other.presses + other.shortcuts, 0);
-    QVERIFY(sheet.isVisible());
     press(&other, Qt::Key_Escape);
     QVERIFY(!sheet.isVisible());
-    QTRY_COMPARE(readMotifHints(other.winId()), before);
+    QTRY_COMPARE(readMotifHints(other.winId()), ownHints);
 }
 
 void SheetHoldTest::sheetsEndInAnyOrder()
 {
-    const WId id = m_window->winId();
-    const QVector<quint32> before{2, 0, 1, 0, 0};
-    writeMotifHints(id, before);
     QVector<int> order{0, 1, 2};
     do {
         for (const bool deleted : {false, true}) {
-            QVector<KovaMessageSheet *> sheets;
-            for (int i = 0; i < order.size(); ++i) {
-                sheets << new KovaMessageSheet(KovaMessageSheet::Question, "Go?", m_window.get());
-                sheets.last()->showSheetWithBlock();
+            QVector<KovaMessageSheet *> sheets(order.size());
+            for (KovaMessageSheet *&sheet : sheets) {
+                sheet = new KovaMessageSheet(KovaMessageSheet::Question, "Go?", m_window.get());
+                sheet->showSheetWithBlock();
             }
             // One that is up already does not get above the later ones by that.
             sheets.first()->showSheet();
+            QList<KovaMessageSheet *> up = sheets.toList();
             for (const int next : order) {
-                QCOMPARE(readMotifHints(id), (QVector<quint32>{1, 0, 6, 0, 0}));
+                QVERIFY(up.last()->isAncestorOf(m_window->focusWidget()));
+                QCOMPARE(hints(), noFunctions);
                 key(Qt::Key_X);
+                up.removeOne(sheets.at(next));
                 if (deleted)
                     delete sheets.at(next);
                 else
                     sheets.at(next)->done(0);
             }
-            QTRY_COMPARE(readMotifHints(id), before);
+            QTRY_COMPARE(hints(), ownHints);
             QCOMPARE(m_window->focusWidget(), m_window->edit);
             if (!deleted)
                 qDeleteAll(sheets);
@@ -224,30 +249,21 @@ void SheetHoldTest::staysUpWhileHiddenForAMoment()
     KovaMessageSheet sheet(KovaMessageSheet::Question, "Go?", stack->widget(0));
     QSignalSpy finished(&sheet, &KovaSheet::finished);
     sheet.showSheet();
-    const QList<std::function<void()>> moments = {
-        [&] {
+    for (const bool withItsWindow : {true, false}) {
+        if (withItsWindow) {
             m_window->hide();
-            m_window->show();
-        },
-        [&] {
+        } else {
             stack->setCurrentIndex(1);
             key(Qt::Key_Return);
             stack->setCurrentIndex(0);
-        },
-        [&] {
-            m_window->showMinimized();
-            QTRY_VERIFY(!m_window->windowHandle()->isExposed());
-            QTest::qWait(300);
-            m_window->showNormal();
-        },
-    };
-    for (const auto &moment : moments) {
-        moment();
+        }
         showActive(m_window.get());
         QTest::qWait(300);
         QCOMPARE(finished.count(), 0);
         QVERIFY(sheet.isVisible());
         QVERIFY(sheet.isAncestorOf(m_window->focusWidget()));
+        // This sheet did not ask for the close button.
+        QCOMPARE(hints(), ownHints);
     }
     key(Qt::Key_Return);
     QCOMPARE(finished.count(), 1);

@@ -8,49 +8,33 @@
 #include <QtTest>
 #include <QtWidgets>
 
-#include <functional>
-#include <memory>
-
 namespace {
 
-// A widget whose host deletes it from inside one of its signals, and what makes it send that.
-struct Case
+// The widget that its host deletes from inside one of its signals.
+QPointer<QWidget> doomed;
+
+void kill()
 {
-    QWidget *widget;
-    std::function<void()> act;
-};
+    delete doomed;
+}
 
-using Kill = std::function<void()>;
-using Setup = std::function<Case(const Kill &)>;
-
-Case treeCase(const Kill &kill, Qt::MouseButton button, int key)
+QWidget *newTree()
 {
     auto *tree = new KovaTreeWidget;
     auto *delegate = new ItemDelegate;
     delegate->setParent(tree);
     tree->setItemDelegate(delegate);
     auto *item = new FileSystemTreeWidgetItem;
-    item->setText(0, "Documents");
     item->setFlags(item->flags() | Qt::ItemIsEditable);
     tree->addTopLevelItem(item);
     QObject::connect(delegate, &ItemDelegate::sigKeyPressed, kill);
-    if (button != Qt::NoButton)
-        QObject::connect(tree, &KovaTreeWidget::sigMouseRightClickEvent, kill);
-    else if (key != Qt::Key_Escape)
-        QObject::connect(tree, &KovaTreeWidget::sigKeyPressEvent, kill);
-    return {tree, [=] {
-                if (button != Qt::NoButton)
-                    QTest::mousePress(tree->window()->windowHandle(), button, {},
-                                      tree->mapTo(tree->window(), tree->rect().center()));
-                if (key == Qt::Key_Escape)
-                    tree->editItem(item);
-                if (key != 0)
-                    press(tree, key);
-            }};
+    QObject::connect(tree, &KovaTreeWidget::sigMouseRightClickEvent, kill);
+    QObject::connect(tree, &KovaTreeWidget::sigKeyPressEvent, kill);
+    return tree;
 }
 
 // The host empties the tree as soon as no folder is current.
-Case emptiedTreeCase(const Kill &kill)
+QWidget *newEmptiedTree()
 {
     auto *tree = new KovaTreeWidget;
     tree->addTopLevelItem(new FileSystemTreeWidgetItem);
@@ -59,15 +43,10 @@ Case emptiedTreeCase(const Kill &kill)
         if (!current)
             tree->clear();
     });
-    return {tree, [=] {
-                tree->clearFocus();
-                tree->setFocus();
-                QCOMPARE(tree->topLevelItemCount(), 0);
-                kill();
-            }};
+    return tree;
 }
 
-Case pagingCase(const Kill &kill, int button, bool later)
+QWidget *newPagingBar()
 {
     auto *model = new KovaPagingModel(10, nullptr);
     auto *bar = new KovaPagingBar(model);
@@ -75,42 +54,32 @@ Case pagingCase(const Kill &kill, int button, bool later)
     model->setItemCount(200);
     bar->setPage(8);
     QObject::connect(bar, &KovaPagingBar::sigPageChanged, kill);
-    QObject::connect(bar, &KovaPagingBar::sigRefresh, kill);
-    auto *target = bar->findChildren<QAbstractButton *>().at(button);
-    return {bar, [=] {
-                if (later)
-                    target->animateClick();
-                else
-                    click(target);
-            }};
+    return bar;
 }
 
-Case filterCase(const Kill &kill, int key)
+QWidget *newFilterBar()
 {
     auto *bar = new KovaFilterBar(nullptr);
     bar->setText("invoices");
     QObject::connect(bar, &KovaFilterBar::sigKeywordChanged, kill);
-    return {bar, [=] { press(bar, key); }};
+    return bar;
 }
 
-Case calendarCase(const Kill &kill, const char *part, int key)
+QWidget *newCalendar()
 {
     auto *view = new KovaCalanderView(nullptr);
     view->resize(kovaPx(280), kovaPx(260));
     QObject::connect(view, &KovaCalanderView::sigDateSelect, kill);
-    auto *target = view->findChild<QWidget *>(part);
-    return {view, [=] {
-                target->setFocus();
-                if (key != 0)
-                    press(view, key);
-                else if (auto *table = qobject_cast<QTableView *>(target))
-                    click(table->viewport());
-                else
-                    click(target);
-            }};
+    return view;
 }
 
+using Make = std::function<QWidget *()>;
+using Act = std::function<void(QWidget *)>;
+
 } // namespace
+
+Q_DECLARE_METATYPE(Make)
+Q_DECLARE_METATYPE(Act)
 
 // Hosts replace a page, and the widgets upon it, in answer to what the user does there.
 class SignalLifetimeTest : public QObject
@@ -123,51 +92,55 @@ private Q_SLOTS:
     void widgetEndsInItsSignal();
 };
 
-Q_DECLARE_METATYPE(Setup)
-
 void SignalLifetimeTest::widgetEndsInItsSignal_data()
 {
-    QTest::addColumn<Setup>("setup");
-    const auto row = [](const char *name, const Setup &setup) { QTest::newRow(name) << setup; };
-    row("tree, key", [](auto &kill) { return treeCase(kill, Qt::NoButton, Qt::Key_Down); });
-    row("tree, right press", [](auto &kill) { return treeCase(kill, Qt::RightButton, 0); });
-    row("tree, escape", [](auto &kill) { return treeCase(kill, Qt::NoButton, Qt::Key_Escape); });
-    row("tree, emptied", emptiedTreeCase);
-    row("paging, arrow", [](auto &kill) { return pagingCase(kill, 0, false); });
-    row("paging, number", [](auto &kill) { return pagingCase(kill, 5, false); });
-    row("paging, late number", [](auto &kill) { return pagingCase(kill, 5, true); });
-    row("filter, return", [](auto &kill) { return filterCase(kill, Qt::Key_Return); });
-    row("calendar, click",
-        [](auto &kill) { return calendarCase(kill, "qt_calendar_calendarview", 0); });
-    row("calendar, return",
-        [](auto &kill) { return calendarCase(kill, "qt_calendar_calendarview", Qt::Key_Return); });
-    row("calendar, space",
-        [](auto &kill) { return calendarCase(kill, "qt_calendar_calendarview", Qt::Key_Space); });
-    row("calendar, today",
-        [](auto &kill) { return calendarCase(kill, "qt_calendar_today_button", 0); });
-    row("calendar, today by return",
-        [](auto &kill) { return calendarCase(kill, "qt_calendar_today_button", Qt::Key_Return); });
+    QTest::addColumn<Make>("make");
+    QTest::addColumn<Act>("act");
+    const auto row = [](const char *name, const Make &make, const Act &act) {
+        QTest::newRow(name) << make << act;
+    };
+    row("tree, key", newTree, [](QWidget *tree) { press(tree, Qt::Key_Down); });
+    row("tree, right press", newTree, [](QWidget *tree) {
+        QTest::mousePress(tree->window()->windowHandle(), Qt::RightButton, {},
+                          tree->mapTo(tree->window(), tree->rect().center()));
+    });
+    row("tree, escape in an editor", newTree, [](QWidget *widget) {
+        auto *tree = qobject_cast<KovaTreeWidget *>(widget);
+        tree->editItem(tree->topLevelItem(0));
+        press(tree, Qt::Key_Escape);
+    });
+    row("tree, emptied", newEmptiedTree, [](QWidget *tree) {
+        tree->clearFocus();
+        tree->setFocus();
+        kill();
+    });
+    row("paging, late click on a number", newPagingBar,
+        [](QWidget *bar) { bar->findChildren<QAbstractButton *>().at(5)->animateClick(); });
+    row("filter, return", newFilterBar, [](QWidget *bar) { press(bar, Qt::Key_Return); });
+    row("calendar, click", newCalendar,
+        [](QWidget *view) { click(view->findChild<QTableView *>()->viewport()); });
+    row("calendar, return", newCalendar, [](QWidget *view) {
+        view->findChild<QTableView *>()->setFocus();
+        press(view, Qt::Key_Return);
+    });
+    row("calendar, today", newCalendar,
+        [](QWidget *view) { click(view->findChild<QWidget *>("qt_calendar_today_button")); });
 }
 
 void SignalLifetimeTest::widgetEndsInItsSignal()
 {
-    QFETCH(Setup, setup);
-    auto page = std::make_unique<QWidget>();
-    auto *layout = new QVBoxLayout(page.get());
-    QPointer<QWidget> widget;
-    bool armed = false;
-    const Case c = setup([&] {
-        if (armed)
-            delete widget;
-    });
-    widget = c.widget;
-    layout->addWidget(widget);
-    page->resize(kovaPx(600), kovaPx(400));
-    showActive(page.get());
+    QFETCH(Make, make);
+    QFETCH(Act, act);
+    QWidget page;
+    QVBoxLayout layout(&page);
+    QWidget *widget = make();
+    layout.addWidget(widget);
+    page.resize(kovaPx(600), kovaPx(400));
+    showActive(&page);
     widget->setFocus();
-    armed = true;
-    c.act();
-    QTRY_VERIFY(!widget);
+    doomed = widget;
+    act(widget);
+    QTRY_VERIFY(!doomed);
 }
 
 QTEST_MAIN(SignalLifetimeTest)

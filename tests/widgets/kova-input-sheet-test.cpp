@@ -2,18 +2,12 @@
 
 #include <kovakit-qt/kovakit-qt.h>
 
+#include "support/answers.h"
 #include "support/host-window.h"
 #include "support/test-host.h"
 #include "support/user-input.h"
 
 #include <QtTest>
-
-namespace {
-
-constexpr int accepted = 1024;
-constexpr int refused = 8388608;
-
-} // namespace
 
 // What the two kinds of sheets share is tested with message sheets; here is what may be wired
 // differently.

@@ -2,6 +2,7 @@
 
 #include <kovakit-qt/kovakit-qt.h>
 
+#include "support/answers.h"
 #include "support/test-host.h"
 #include "support/user-input.h"
 
@@ -151,7 +152,7 @@ void KovaMessageSheetTest::heightFitsTheText()
 {
     const QString sentence = "A sentence that is longer than a word. ";
     KovaMessageSheet sheet(KovaMessageSheet::Question, "Short.", sentence.repeated(12), m_window);
-    KovaMask::createMask(&sheet, m_window, QColor(0, 0, 0, 20));
+    KovaMask::createMask(&sheet, m_window, KovaMask::dimColor);
     const QAbstractButton *ok = sheet.button(QMessageBox::Ok);
     const QAbstractButton *second = sheet.button(QMessageBox::Discard);
     const auto fits = [&] {
@@ -187,7 +188,7 @@ void KovaMessageSheetTest::changingTheTypeConnectsAgain()
     QSignalSpy finished(&sheet, &KovaSheet::finished);
     sheet.showSheet();
     sheet.button(QMessageBox::Discard)->click();
-    QCOMPARE(finished, (QList<QList<QVariant>>{{8388608}, {8388608}}));
+    QCOMPARE(finished, (QList<QList<QVariant>>{{refused}, {refused}}));
 }
 
 void KovaMessageSheetTest::focusOfATextIsSeen()

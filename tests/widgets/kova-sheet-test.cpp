@@ -20,7 +20,7 @@ QWidget *maskOf(const QWidget *content)
 KovaSheet *showNewSheet(bool asksForText, const QString &text, QWidget *owner)
 {
     const auto show = [owner](auto *sheet) -> KovaSheet * {
-        KovaMask::createMask(sheet, owner->window(), QColor(0, 0, 0, 20));
+        KovaMask::createMask(sheet, owner->window(), KovaMask::dimColor);
         sheet->showSheet();
         return sheet;
     };
@@ -121,7 +121,7 @@ void KovaSheetTest::maskFollowsContentAndWindow()
     window.show();
     auto *content = new QLabel("content");
     content->setFixedSize(100, 50);
-    KovaMask::createMask(content, &window, QColor(0, 0, 0, 20));
+    KovaMask::createMask(content, &window, KovaMask::dimColor);
     const QPointer<QWidget> mask = maskOf(content);
     QVERIFY(!mask->isVisible());
     auto *later = new QLabel(&window);
@@ -148,7 +148,7 @@ void KovaSheetTest::maskMindsItsOwnContentOnly_data()
 {
     QTest::addColumn<Move>("move");
     const auto mask = [](QWidget *content, QWidget *parent) {
-        KovaMask::createMask(content, parent, QColor(0, 0, 0, 20));
+        KovaMask::createMask(content, parent, KovaMask::dimColor);
     };
     QTest::newRow("into a new mask") << Move(mask);
     QTest::newRow("into a new mask over the same parent")
@@ -167,7 +167,7 @@ void KovaSheetTest::maskMindsItsOwnContentOnly()
     window.resize(400, 300);
     window.show();
     auto *content = new QLabel("content");
-    KovaMask::createMask(content, &window, QColor(0, 0, 0, 20));
+    KovaMask::createMask(content, &window, KovaMask::dimColor);
     const QPointer<QWidget> old = maskOf(content);
     content->show();
     move(content, &window);

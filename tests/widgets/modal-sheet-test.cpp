@@ -2,6 +2,7 @@
 
 #include <kovakit-qt/kovakit-qt.h>
 
+#include "support/answers.h"
 #include "support/host-window.h"
 #include "support/test-host.h"
 #include "support/user-input.h"
@@ -49,9 +50,6 @@ public:
     }
     QSet<int> seen;
 };
-
-constexpr int accepted = 1024;
-constexpr int refused = 8388608;
 
 using Change = std::function<void(HostWindow &)>;
 

@@ -2,6 +2,7 @@
 
 #include <kovakit-qt/kovakit-qt.h>
 
+#include "support/answers.h"
 #include "support/test-host.h"
 #include "support/user-input.h"
 
@@ -11,8 +12,6 @@
 #include <optional>
 
 namespace {
-
-constexpr int accepted = 1024;
 
 // A window of two pages, with the focus on the first, and a field beside them.
 class Window : public QDialog
@@ -125,7 +124,7 @@ void SheetLifetimeTest::loopEndsWithWhatItNeeds()
     const QPointer<KovaMessageSheet> sheet =
         onStack ? &local.emplace(KovaMessageSheet::Question, "Go?", page)
                 : new KovaMessageSheet(KovaMessageSheet::Question, "Go?", page);
-    KovaMask::createMask(sheet, page, QColor(0, 0, 0, 20));
+    KovaMask::createMask(sheet, page, KovaMask::dimColor);
     const QPointer<QWidget> mask = sheet->parentWidget();
     QSignalSpy finished(sheet, &KovaSheet::finished);
     soon([&] { event(window, sheet); });

@@ -88,8 +88,12 @@ void SecondStartTest::showsTheFirstWindow()
     QTRY_VERIFY2(titleOf(window).startsWith("Dates"), qPrintable(titleOf(window)));
 
     QCOMPARE(first->state(), QProcess::Running);
-    xdotool({"key", "alt+F4"});
-    QVERIFY(first->waitForFinished());
+    // On a busy machine the window manager may not have the focus where it says for a moment.
+    for (int presses = 0; presses < 10 && first->state() == QProcess::Running; ++presses) {
+        xdotool({"key", "alt+F4"});
+        first->waitForFinished(3000);
+    }
+    QCOMPARE(first->state(), QProcess::NotRunning);
     QCOMPARE(first->exitCode(), 0);
 }
 

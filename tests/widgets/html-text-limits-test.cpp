@@ -17,8 +17,6 @@ constexpr int patience = 40000;
 constexpr int patience = 8000;
 #endif
 
-constexpr int fuzzMilliseconds = 8000;
-
 QString times(int count, const char *text)
 {
     return QString(text).repeated(count);
@@ -34,7 +32,6 @@ private Q_SLOTS:
     void initTestCase();
     void limitsAreExact_data();
     void limitsAreExact();
-    void knowsTheElements();
     void laysOutOrdinaryText_data();
     void laysOutOrdinaryText();
     void cutsAndBreaksPlainText();
@@ -42,9 +39,9 @@ private Q_SLOTS:
     void survivesAnything();
 
 private:
-    // Milliseconds until all of the text has been laid out and its first page painted.
-    qint64 show(const QString &text);
-    bool showsPlain(const QString &text);
+    // Whether all of the text is laid out and its first page painted in good time.
+    bool showsInTime(const QString &text);
+    bool showsTags() const { return m_browser.toPlainText().contains('<'); }
 
     HtmlTextBrowser m_browser{nullptr};
 };
@@ -56,95 +53,66 @@ void HtmlTextLimitsTest::initTestCase()
     m_browser.show();
 }
 
-qint64 HtmlTextLimitsTest::show(const QString &text)
+bool HtmlTextLimitsTest::showsInTime(const QString &text)
 {
     QElapsedTimer timer;
     timer.start();
     m_browser.setText(text);
     m_browser.document()->documentLayout()->documentSize();
     m_browser.grab();
-    return timer.elapsed();
+    return timer.elapsed() < patience;
 }
 
-bool HtmlTextLimitsTest::showsPlain(const QString &text)
-{
-    m_browser.setText(text);
-    return m_browser.toPlainText().contains('<');
-}
-
+// One more of the row's text is too much.
 void HtmlTextLimitsTest::limitsAreExact_data()
 {
     using Browser = HtmlTextBrowser;
     QTest::addColumn<QString>("within");
-    QTest::addColumn<QString>("beyond");
-    const auto row = [](const char *name, const QString &within, const QString &beyond) {
-        QTest::newRow(name) << within << beyond;
+    QTest::addColumn<QString>("more");
+    const auto row = [](const char *text, int count, const QString &before = {}) {
+        QTest::newRow(text) << before + times(count, text) << QString(text);
     };
-    const auto repeated = [&row](const char *text, int count, const char *before = "") {
-        row(text, before + times(count, text), before + times(count + 1, text));
-    };
-    const int wordLength = Browser::maxWordLength;
-    repeated("<b>", Browser::maxOpenElements);
-    repeated("< b a=\"</b>\">", Browser::maxOpenElements);
-    repeated("<b a='\\'</b>'></i>", Browser::maxOpenElements);
-    repeated("<unknown>", Browser::maxOpenElements, "<br>");
-    repeated("<ul><li>", Browser::maxOpenElements / 2);
-    repeated("<TABLE border=1>", Browser::maxOpenTables);
-    repeated("<li>", Browser::maxListItems, "<ul>");
-    repeated("<td COLSPAN='2'>", Browser::maxSpannedColumns / 2, "<table><tr><td colspan=1>");
-    repeated("a", wordLength, "<p>");
-    repeated("<i>a</i>", wordLength, "<p>");
-    repeated("<img>", wordLength / 4, "<p>");
-    repeated("a ", (Browser::maxTextLength - 3) / 2, "<p>a");
+    const int open = Browser::maxOpenElements;
+    row("<b>", open);
+    row("< b a=\"</b>\">", open);
+    row("<b a='\\'</b>'></i>", open);
+    row("<unknown>", open, "<br><area><base><col><frame><hr><img><input><link><meta><param><i/>");
+    row("<ul><li>", open / 2);
+    row("<p><i>", open / 2);
+    row("<TABLE border=1>", Browser::maxOpenTables);
+    row("<li>", Browser::maxListItems, "<ul>");
+    row("<td COLSPAN='2'>", Browser::maxSpannedColumns / 2, "<table><tr><td colspan=1>");
+    row("a ", (Browser::maxTextLength - 3) / 2, "<p>a");
+
+    const int letters = Browser::maxWordLength;
+    row("<i>a</i>", letters, "<p>");
+    row("<img>", letters / 4, "<p>");
+    QString words = "<p>";
+    for (const QString &name : QString("address blockquote body br center dd div dl dt h1 h2 h3 h4 "
+                                       "h5 h6 hr li ol p pre table tbody td tfoot th thead tr ul")
+                                   .split(' '))
+        words += times(letters, "a") + '<' + name + '>' + times(letters, "a") + "</" + name + '>';
+    row("a", letters, words);
+
     // Rules times elements, the element that holds the rules among them.
     const int elements = 1250;
     const int rules = int(Browser::maxStyleSteps / elements);
-    repeated("<br>", elements - 1, qPrintable("<style>" + times(rules, "{} ") + "</style>"));
-    repeated("<hr>", elements - 1, "<style>@@@@@</style>@@@@@");
-    repeated("<col>", elements - 5, "<link><link><link><link><link>");
+    row("<br>", elements - 1, "<style>" + times(rules, "{} ") + "</style>");
+    row("<hr>", elements - 1, "<style>@@@@@</style>@@@@@");
+    row("<col>", elements - 5, "<link><link><link><link><link>");
 }
 
 void HtmlTextLimitsTest::limitsAreExact()
 {
     QFETCH(QString, within);
-    QFETCH(QString, beyond);
+    QFETCH(QString, more);
     QElapsedTimer timer;
     timer.start();
-    QVERIFY2(!showsPlain(within), "the tags show");
-    QVERIFY2(showsPlain(beyond), "the tags do not show");
+    m_browser.setText(within);
+    QVERIFY2(!showsTags(), "within the limit the tags show");
+    m_browser.setText(within + more);
+    QVERIFY2(showsTags(), "beyond the limit the tags do not show");
     QVERIFY(timer.elapsed() < patience);
-}
-
-void HtmlTextLimitsTest::knowsTheElements()
-{
-    const QString word = times(HtmlTextBrowser::maxWordLength, "a");
-    const QString deep = times(HtmlTextBrowser::maxOpenElements - 1, "<b>");
-    const auto list = [](const char *names) { return QString(names).split(' '); };
-    for (const QString &name : list("address blockquote body br center dd div dl dt h1 h2 h3 h4 h5 "
-                                    "h6 hr li ol p pre table tbody td tfoot th thead tr ul")) {
-        QVERIFY2(!showsPlain("<b>" + word + '<' + name + '>' + word), qPrintable(name));
-        QVERIFY2(!showsPlain("<b>" + word + "</" + name + '>' + word), qPrintable(name));
-    }
-    for (const QString &name : list("area base br col frame hr img input link meta param i/"))
-        QVERIFY2(!showsPlain(deep + '<' + name + "><" + name + '>'), qPrintable(name));
-
-    const QPair<const char *, const char *> endedBy[] = {
-        {"p", "p"},
-        {"li", "li"},
-        {"dd", "dd dt"},
-        {"dt", "dd dt"},
-        {"td", "td th p"},
-        {"th", "td th p"},
-        {"tr", "tr td th p"},
-        {"tbody", "thead tbody tfoot tr td th p"},
-        {"thead", "thead tbody tfoot tr td th p"},
-        {"tfoot", "thead tbody tfoot tr td th p"},
-    };
-    for (const auto &[opened, ended] : endedBy) {
-        for (const QString &open : list(ended))
-            QVERIFY2(!showsPlain(deep + '<' + open + "><" + opened + '>'), qPrintable(open));
-        QVERIFY2(showsPlain(deep + "<i><" + opened + '>'), opened);
-    }
 }
 
 void HtmlTextLimitsTest::laysOutOrdinaryText_data()
@@ -153,9 +121,10 @@ void HtmlTextLimitsTest::laysOutOrdinaryText_data()
     const auto row = [](const char *name, const QString &text) { QTest::newRow(name) << text; };
     row("sloppy paragraphs", times(10000, "<p>some text with <br> a break"));
     row("sloppy list", "<ul>" + times(2000, "<li>item"));
-    row("sloppy table", "<table>" + times(3000, "<tr><td>one<td>two"));
-    row("definitions", "<dl>" + times(5000, "<dt>name<dd>meaning"));
-    row("ten tables", times(10, "<table><tr><td>x") + times(10, "</td></tr></table>"));
+    row("sloppy table", "<table>" + times(2000, "<tr><th>one<td>two<th>three<td><p>four"));
+    row("sloppy groups of rows",
+        "<table>" + times(1100, "<thead><tr><th>a<tbody><tr><td><p>b<tfoot><tr><td>c"));
+    row("definitions", "<dl>" + times(3000, "<dt>name<dt>other<dd>meaning<dd>more"));
     row("tables in a row", times(300, "<table><tr><td colspan=\"2\">x</td></tr></table>"));
     row("Japanese", "<p>" + times(20000, "あ"));
     row("comment and script", "<p><!-- " + times(20000, "<b>") + "--> text</p>");
@@ -164,18 +133,18 @@ void HtmlTextLimitsTest::laysOutOrdinaryText_data()
 void HtmlTextLimitsTest::laysOutOrdinaryText()
 {
     QFETCH(QString, text);
-    QVERIFY(show(text) < patience);
-    QVERIFY2(!m_browser.toPlainText().contains('<'), "the tags show");
+    QVERIFY(showsInTime(text));
+    QVERIFY2(!showsTags(), "the tags show");
 }
 
 void HtmlTextLimitsTest::cutsAndBreaksPlainText()
 {
-    QVERIFY(show(times(3000000, "a")) < patience);
+    QVERIFY(showsInTime(times(3000000, "a")));
     const int count = HtmlTextBrowser::maxTextLength;
     const QString shown = m_browser.toPlainText();
     QCOMPARE(shown.size(), count + 1);
     QVERIFY(shown.endsWith("…"));
-    QCOMPARE(shown.left(count).split('\n').first().size(), HtmlTextBrowser::maxWordLength);
+    QCOMPARE(shown.indexOf('\n'), HtmlTextBrowser::maxWordLength);
     QCOMPARE(shown.count('\n'), (count - 1) / (HtmlTextBrowser::maxWordLength + 1));
 
     const QString ordinary = times(1000, "just text, 1 > 0 & more\n");
@@ -190,60 +159,29 @@ void HtmlTextLimitsTest::scansInLinearTime()
          {base + times(2000000, "<img "), base + times(1000000, "<img src="),
           times(800000, "<base href="), base + "<img " + times(10000000, "\""),
           base + times(10000000, "<")}) {
-        QElapsedTimer timer;
-        timer.start();
         // Once within the limit of what is scanned at all.
-        m_browser.setText(text.left(490000));
-        m_browser.setText(text);
-        m_browser.setText(QString());
-        QVERIFY2(timer.elapsed() < patience / 2, qPrintable(text.left(60)));
+        for (const QString &shown : {text.left(490000), text})
+            QVERIFY2(showsInTime(shown), qPrintable(text.left(60)));
     }
 }
 
 void HtmlTextLimitsTest::survivesAnything()
 {
-    QStringList pieces = {QString(QChar::Null), QChar(0xD800), QChar(0xDC00), QChar(0xFFFF)};
-    for (const char *piece : {"<base href=\"http://127.0.0.1:1/",
-                              "<img src=\"",
-                              "<img",
-                              "src=\"",
-                              "\"",
-                              "'",
-                              ">",
-                              "<",
-                              "/",
-                              "../image/",
-                              "<table><tr>",
-                              "</table>",
-                              "<td colspan=99999>",
-                              "<!--",
-                              "-->",
-                              "&",
-                              "&#1114112;",
-                              "<b>",
-                              "</b>",
-                              "<p>",
-                              "<style>p { background: url(x) }",
-                              "</style>",
-                              "data:image/png;base64,AAAA",
-                              " ",
-                              "wörd",
-                              "<img width=9 height=0 src=\"file:///etc/passwd\">",
-                              "<body background=\"a.png\">",
-                              "<link rel=stylesheet href=\"s.css\">"})
-        pieces.append(piece);
+    QStringList pieces = QString("<base href=\"http://127.0.0.1:1/|<img src=\"|<img|\"|'|>|<|/|<b>|"
+                                 "</b>|<p>|<table><tr>|</table>|<td colspan=99999>|<!--|-->|&|"
+                                 "&#1114112;|<style>p { background: url(x) }|</style>|wörd |"
+                                 "data:image/png;base64,AAAA|<body background=\"a.png\">|"
+                                 "<link rel=stylesheet href=\"s.css\">")
+                             .split('|');
+    for (const int code : {0, 0xD800, 0xDC00, 0xFFFF})
+        pieces.append(QChar(code));
     std::mt19937 random(20240501);
-    QElapsedTimer timer;
-    timer.start();
-    for (int round = 0; round < 1500 && timer.elapsed() < fuzzMilliseconds; ++round) {
+    for (int round = 0; round < 200; ++round) {
         QString text = "<p>";
         for (unsigned i = random() % 60; i > 0; --i)
             text += pieces.at(int(random() % unsigned(pieces.size())));
-        QVERIFY2(show(text) < patience, qPrintable(text));
-        if (round % 10 == 0)
-            QCoreApplication::processEvents();
+        QVERIFY2(showsInTime(text), qPrintable(text));
     }
-    m_browser.setText(QString());
 }
 
 QTEST_MAIN(HtmlTextLimitsTest)

@@ -8,6 +8,3 @@
 
 // The bytes of a PNG file with a picture of one colour.
 QByteArray pngFile(const QSize &size, const QColor &color = Qt::red);
-
-// A PNG file of a few bytes that claims to have 30,000 by 30,000 pixels.
-QByteArray hugePngFile();

@@ -57,7 +57,6 @@ private Q_SLOTS:
     void init();
     void asksForTheArticle();
     void takesHostsOnly();
-    void needsNoServer();
     void showsTheAnswer();
     void fallsBackOnErrors();
     void keepsWhatItShowsWithoutOfflinePage();
@@ -67,13 +66,13 @@ private Q_SLOTS:
     void canBeDeletedWhileFetching();
     void isBusyUntilTheAnswer();
     void isUsedByKeyboard();
-    void leadsToFurtherPages();
     void openUrl(const QUrl &url) { m_opened.append(url); }
 
 private:
-    [[nodiscard]] static HelpContext context(const QString &lang = "enu")
+    [[nodiscard]] static HelpContext context(const QString &lang = "enu",
+                                             const QString &link = "page.html")
     {
-        return {lang, scratchFolder() + "/help", "page.html", "back up & restore", "2.5"};
+        return {lang, scratchFolder() + "/help", link, "back up & restore", "2.5"};
     }
     void respond(const QByteArray &response);
     [[nodiscard]] QUrl address(const QString &path) const { return QUrl(m_server->base() + path); }
@@ -108,14 +107,13 @@ void HelpWindowTest::asksForTheArticle()
     for (const char *untranslated : {"dan", "sve", "hun", "trk", "nor", "ptg", "ptb", "tha"})
         codes.insert(untranslated, "enu");
     for (auto code = codes.begin(); code != codes.end(); ++code) {
-        QSignalSpy requested(m_server.get(), &HttpServer::requested);
         const HelpWindow window(context(code.key()), nullptr);
-        QVERIFY(requested.wait());
-        QCOMPARE(requested.at(0).at(0).toString(),
-                 "/cgi/knowledgebase/?action=findHelpFile&section=back%20up%20%26%20restore&lang="
-                     + code.value() + "&link=page.html&unique=kovaline_utility_help&version=2.5");
         const bool hasPage = code.key() != "DEU";
         QTRY_COMPARE(shownText(window), hasPage ? "offline " + code.value() + " ä" : "");
+        QTRY_VERIFY(!m_server->requests().isEmpty());
+        QCOMPARE(m_server->requests().last(),
+                 "/cgi/knowledgebase/?action=findHelpFile&section=back%20up%20%26%20restore&lang="
+                     + code.value() + "&link=page.html&unique=kovaline_utility_help&version=2.5");
     }
 }
 
@@ -133,16 +131,6 @@ void HelpWindowTest::takesHostsOnly()
     QCOMPARE(texts.last(), "Invalid knowledge base host \"ftp://help.example.com\"");
     HelpWindow::setKnowledgeBaseHost("http://localhost:1/other/path?query#x");
     QCOMPARE(HelpWindow::knowledgeBaseAddress(), QUrl("http://localhost:1/cgi/knowledgebase/"));
-}
-
-void HelpWindowTest::needsNoServer()
-{
-    HelpWindow::setKnowledgeBaseHost("help.invalid");
-    QElapsedTimer timer;
-    timer.start();
-    const HelpWindow window(context("deu"), nullptr);
-    QTRY_COMPARE(shownText(window), "offline ger ä");
-    QVERIFY(timer.elapsed() < 1000);
 }
 
 void HelpWindowTest::respond(const QByteArray &response)
@@ -163,31 +151,30 @@ void HelpWindowTest::showsTheAnswer()
         {HttpServer::response(""), ""},
         {HttpServer::response(QByteArray("<p>before\0after</p>", 19)), "before"},
         {HttpServer::response(QByteArray("<p>a\xFF ") + "b</p>"), "a\uFFFD b"},
-        {HttpServer::response("just text"), "just text"},
-        {"HTTP/1.1 200 OK\r\nContent-Encoding: Identity \r\n\r\nas it is", "as it is"},
+        {HttpServer::response("as it is", "200 OK\r\nContent-Encoding: Identity "), "as it is"},
         {"HTTP/1.1 200 OK\r\nTransfer-Encoding: chunked\r\n\r\n" + chunks, "last"},
     };
     for (const auto &[response, text] : answers) {
         respond(response);
-        HelpWindow window(context(), nullptr);
-        browserOf(window)->setPlainText("before");
-        window.show();
-        QTRY_VERIFY_WITH_TIMEOUT(!isBusy(window), 20000);
-        QCOMPARE(shownText(window).trimmed(), text);
+        const HelpWindow window(context(), nullptr);
+        browserOf(window)->setPlainText("nothing yet");
+        QTRY_COMPARE_WITH_TIMEOUT(shownText(window).trimmed(), text, 20000);
     }
 }
 
 void HelpWindowTest::fallsBackOnErrors()
 {
     const QByteArray page = "<p>server's own page</p>";
+    // "<p>unpacked</p>"; it could as well be gigabytes of zeros.
+    const QByteArray packed = QByteArray::fromHex(
+        "1f8b08000000000002ffb329b02bcd2b484cce4e4db1d12fb0030017d087ce0f000000");
     for (const QByteArray &response :
-         {HttpServer::response(page, "404 Not Found"), HttpServer::response(page, "500 Broken"),
+         {HttpServer::response(page, "404 Not Found"),
           HttpServer::response({}, "302 Found\r\nLocation: /elsewhere"),
           HttpServer::response(QByteArray(BrowserWindow::maxPageBytes + 1, 'x')),
           QByteArray("HTTP/1.1 200 OK\r\nContent-Length: 1000000000\r\n\r\nand waits"),
           QByteArray("HTTP/1.1 200 OK\r\nContent-Length: 99\r\n\r\n<p>cut short"),
-          QByteArray("HTTP/1.1 200 OK\r\nContent-Encoding: gzip\r\n\r\n") + HttpServer::packed(),
-          QByteArray("this is no HTTP\r\n"), QByteArray()}) {
+          HttpServer::response(packed, "200 OK\r\nContent-Encoding: gzip")}) {
         respond(response);
         const HelpWindow window(context(), nullptr);
         QTRY_VERIFY2(shownText(window) == "offline enu ä", response.left(60).constData());
@@ -197,10 +184,8 @@ void HelpWindowTest::fallsBackOnErrors()
 void HelpWindowTest::keepsWhatItShowsWithoutOfflinePage()
 {
     m_server->answer(m_path, "<p>article</p>");
-    for (const char *link : {"missing.html", "pipe.html", "long.html", ".", ""}) {
-        HelpContext asked = context();
-        asked.link = link;
-        HelpWindow window(asked, nullptr);
+    for (const char *link : {"missing.html", "pipe.html", "long.html", "."}) {
+        HelpWindow window(context("enu", link), nullptr);
         QTRY_COMPARE(shownText(window), "article");
         window.fallbackOffline();
         QCOMPARE(shownText(window), "article");
@@ -267,11 +252,10 @@ void HelpWindowTest::laterAnswerWins()
 void HelpWindowTest::canBeDeletedWhileFetching()
 {
     QSignalSpy abandoned(m_server.get(), &HttpServer::abandoned);
-    QSignalSpy requested(m_server.get(), &HttpServer::requested);
-    auto *window = new CountingWindow;
+    auto window = std::make_unique<CountingWindow>();
     window->reload(address("silent"));
-    QVERIFY(requested.wait());
-    delete window;
+    QTRY_COMPARE(m_server->openRequests(), 1);
+    window.reset();
     QTRY_COMPARE(abandoned.count(), 1);
 
     // The fall-back itself may close the window for good.
@@ -291,7 +275,7 @@ void HelpWindowTest::isBusyUntilTheAnswer()
     HtmlTextBrowser *browser = browserOf(window);
     const auto *bar = window.findChild<QProgressBar *>();
     QVERIFY(isBusy(window));
-    QVERIFY2(bar->minimum() == 0 && bar->maximum() == 0, "shows a progress that nobody knows");
+    QVERIFY2(bar->maximum() == bar->minimum(), "shows a progress that nobody knows");
     QCOMPARE(bar->parentWidget(), browser);
     QCOMPARE(bar->pos(), QPoint(0, 0));
     window.resize(500, 300);
@@ -304,12 +288,20 @@ void HelpWindowTest::isBusyUntilTheAnswer()
 
 void HelpWindowTest::isUsedByKeyboard()
 {
-    m_server->answer(m_path, "<a href=\"http://outside.example.com/\">out</a>");
-    HelpWindow window(context(), nullptr);
+    writeScratchFile("help/enu/first.html", "<title>First</title><a href=\"more/next.html\">n</a>");
+    writeScratchFile("help/enu/more/next.html",
+                     "<title>Next</title><a href=\"http://outside.example.com/\">out</a>");
+    // Nobody is asked, so there is nothing to wait for.
+    HelpWindow::setKnowledgeBaseHost("help.invalid");
+    HelpWindow window(context("enu", "first.html"), nullptr);
+    QTRY_COMPARE_WITH_TIMEOUT(spoken(browserOf(window)), QString("First"), 1000);
     showActive(&window);
     QCOMPARE(window.windowModality(), Qt::ApplicationModal);
-    QTRY_VERIFY(!isBusy(window));
 
+    press(&window, Qt::Key_Tab);
+    press(&window, Qt::Key_Return);
+    QTRY_COMPARE(spoken(browserOf(window)), QString("Next"));
+    QCOMPARE(shownText(window), QString("out"));
     QDesktopServices::setUrlHandler("http", this, "openUrl");
     press(&window, Qt::Key_Tab);
     press(&window, Qt::Key_Return);
@@ -318,22 +310,6 @@ void HelpWindowTest::isUsedByKeyboard()
     QVERIFY(window.isVisible());
     press(&window, Qt::Key_Escape);
     QTRY_VERIFY(!window.isVisible());
-}
-
-void HelpWindowTest::leadsToFurtherPages()
-{
-    writeScratchFile("help/enu/first.html", "<title>First</title><a href=\"more/next.html\">n</a>");
-    writeScratchFile("help/enu/more/next.html", "<title>Next</title><p>next page</p>");
-    HelpWindow::setKnowledgeBaseHost("help.invalid");
-    HelpContext first = context();
-    first.link = "first.html";
-    HelpWindow window(first, nullptr);
-    showActive(&window);
-    QTRY_COMPARE(spoken(browserOf(window)), QString("First"));
-    press(&window, Qt::Key_Tab);
-    press(&window, Qt::Key_Return);
-    QTRY_COMPARE(shownText(window), QString("next page"));
-    QCOMPARE(spoken(browserOf(window)), QString("Next"));
 }
 
 QTEST_MAIN(HelpWindowTest)

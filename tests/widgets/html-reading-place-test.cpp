@@ -45,9 +45,8 @@ private Q_SLOTS:
     void pageLooksAsIfAllHadBeenThere();
 
 private:
-    void open(const QString &body);
-    // The server has pictures of @p size from now on.
-    void answerAll(const QSize &size);
+    // Shows a page whose pictures have @p size at the server.
+    void open(const QString &body, const QSize &size = {200, 150});
     // Lets the next picture arrive, and waits until it shows.
     void showNext();
     void scrollTo(const QString &text, int heightInView);
@@ -57,7 +56,6 @@ private:
 
     std::unique_ptr<HttpServer> m_server;
     std::unique_ptr<HtmlTextBrowser> m_browser;
-    QString m_page;
     QSize m_size;
 };
 
@@ -66,23 +64,17 @@ void HtmlReadingPlaceTest::init()
     QDir(QDir::tempPath() + "/kovaline_help").removeRecursively();
     m_server = std::make_unique<HttpServer>();
     m_server->hold();
-    answerAll({200, 150});
     m_browser = std::make_unique<HtmlTextBrowser>(nullptr);
     m_browser->resize(400, 300);
     m_browser->show();
 }
 
-void HtmlReadingPlaceTest::answerAll(const QSize &size)
+void HtmlReadingPlaceTest::open(const QString &body, const QSize &size)
 {
     m_size = size;
     for (int i = 0; i < 4; ++i)
         m_server->answer(nameOf(i).mid(2), pngFile(size));
-}
-
-void HtmlReadingPlaceTest::open(const QString &body)
-{
-    m_page = QString("<html><base href=\"%1x/\">").arg(m_server->base()) + body;
-    m_browser->setText(m_page);
+    m_browser->setText(QString("<html><base href=\"%1x/\">").arg(m_server->base()) + body);
     m_browser->grab();
 }
 
@@ -143,30 +135,22 @@ void HtmlReadingPlaceTest::textStaysWhereItIsRead()
     QFETCH(QString, body);
     QFETCH(QString, read);
     QFETCH(int, heightInView);
-    open(body);
-    QTextCursor selection = m_browser->textCursor();
-    selection.setPosition(3);
-    selection.setPosition(7, QTextCursor::KeepAnchor);
-    m_browser->setTextCursor(selection);
-    scrollTo(read, heightInView);
-
-    const int count = body.count("<img");
-    for (int i = 0; i < count; ++i) {
-        showNext();
-        QVERIFY2(qAbs(heightOf(read) - heightInView) <= 1,
-                 qPrintable(QString::number(heightOf(read))));
+    // What an earlier page has left may be larger than what arrives.
+    for (const QSize &size : {QSize(200, 150), QSize(20, 30)}) {
+        open(body, size);
+        QTextCursor selection = m_browser->textCursor();
+        selection.setPosition(3);
+        selection.setPosition(7, QTextCursor::KeepAnchor);
+        m_browser->setTextCursor(selection);
+        scrollTo(read, heightInView);
+        for (int i = body.count("<img"); i > 0; --i) {
+            showNext();
+            const int height = heightOf(read);
+            QVERIFY2(qAbs(height - heightInView) <= 1, qPrintable(QString::number(height)));
+        }
+        QCOMPARE(m_browser->textCursor().selectionStart(), 3);
+        QCOMPARE(m_browser->textCursor().selectionEnd(), 7);
     }
-    QCOMPARE(m_browser->textCursor().selectionStart(), 3);
-    QCOMPARE(m_browser->textCursor().selectionEnd(), 7);
-
-    // A newer copy may be smaller.
-    answerAll({20, 30});
-    m_browser->setText(m_page);
-    scrollTo(read, heightInView);
-    QTRY_COMPARE(m_server->openRequests(), count);
-    m_server->release(count);
-    QTRY_COMPARE(shownPictures(), count);
-    QVERIFY2(qAbs(heightOf(read) - heightInView) <= 1, qPrintable(QString::number(heightOf(read))));
 }
 
 void HtmlReadingPlaceTest::topAndEndStay()
@@ -184,16 +168,18 @@ void HtmlReadingPlaceTest::topAndEndStay()
 
 void HtmlReadingPlaceTest::pageLooksAsIfAllHadBeenThere()
 {
-    open("<p>a " + picture(0) + " b</p><ul><li>c " + picture(1) + "</li></ul><table border=\"1\">"
-         + "<tr><td>d</td><td>" + picture(2) + "<br>e</td></tr><tr><td>f</td></tr></table><p>"
-         + "<img src=\"../image/3.png\" style=\"float: right\">g</p><p>h " + picture(1) + "</p>");
+    const QString body =
+        "<p>a " + picture(0) + " b</p><ul><li>c " + picture(1) + "</li></ul><table border=\"1\">"
+        + "<tr><td>d</td><td>" + picture(2) + "<br>e</td></tr><tr><td>f</td></tr></table><p>"
+        + "<img src=\"../image/3.png\" style=\"float: right\">g</p><p>h " + picture(1) + "</p>";
+    open(body);
     for (int i = 0; i < 4; ++i)
         showNext();
     HtmlTextBrowser other;
     other.setSearchPaths(m_browser->searchPaths());
     other.resize(m_browser->size());
     other.show();
-    other.setHtml(m_page);
+    other.setHtml(body);
     bar()->setValue(0);
     QCOMPARE(bar()->maximum(), other.verticalScrollBar()->maximum());
     for (int height = 0; height <= bar()->maximum(); height += 100) {

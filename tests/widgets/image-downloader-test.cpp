@@ -35,9 +35,7 @@ private Q_SLOTS:
     void writesWhatArrives();
     void leavesTheFileOnAnError();
     void neverWritesToOddNames();
-    void followsNoLink();
     void writesToOwnFoldersOnly();
-    void boundsWhatItReads();
     void tellsItsTimes();
     void saysNothingAfterStop();
 
@@ -58,7 +56,6 @@ void ImageDownloaderTest::initTestCase()
 {
     qputenv("TMPDIR", QFile::encodeName(scratchFolder()));
     m_server.answer("/new", "new bytes");
-    m_server.answer("/other", "other");
     const auto sends = [this](const char *path, const QByteArray &text) {
         m_server.handle(path, [text](QTcpSocket *socket) {
             socket->write(text);
@@ -66,16 +63,8 @@ void ImageDownloaderTest::initTestCase()
         });
     };
     sends("/short", "HTTP/1.1 200 OK\r\nContent-Length: 1000\r\n\r\nonly this");
-    sends("/packed", "HTTP/1.1 200 OK\r\nContent-Encoding: gzip\r\n\r\n" + HttpServer::packed());
     sends("/pieces", "HTTP/1.1 200 OK\r\nTransfer-Encoding: chunked\r\n\r\n"
                          + QByteArray("1\r\n \r\n").repeated(pieces) + "0\r\n\r\n");
-    sends("/nothing", "");
-    sends("/garbage", "220 this is not a web server\r\n");
-    m_server.handle("/reset", [](QTcpSocket *socket) {
-        socket->write("HTTP/1.1 200 OK\r\nContent-Length: 1000\r\n\r\nonly this");
-        socket->flush();
-        socket->abort();
-    });
     m_server.handle("/gigabyte", [](QTcpSocket *socket) {
         socket->write("HTTP/1.1 200 OK\r\nContent-Length: 1073741824\r\n\r\n");
     });
@@ -114,14 +103,10 @@ int ImageDownloaderTest::download(const QString &file, const QString &path)
 void ImageDownloaderTest::writesWhatArrives()
 {
     const QString file = inFolder("a b-ä.png");
-    QCOMPARE(download(file, "new"), 0);
-    QCOMPARE(contentOf(file), QByteArray("new bytes"));
-    QCOMPARE(download(inFolder("../" + QFileInfo(m_folder).fileName() + "/a b-ä.png"), "other"), 0);
-    QCOMPARE(contentOf(file), QByteArray("other"));
-    QCOMPARE(download(file, "packed"), 0);
-    QCOMPARE(contentOf(file), HttpServer::packed());
     QCOMPARE(download(file, "pieces"), 0);
     QCOMPARE(contentOf(file), QByteArray(pieces, ' '));
+    QCOMPARE(download(inFolder("../" + QFileInfo(m_folder).fileName() + "/a b-ä.png"), "new"), 0);
+    QCOMPARE(contentOf(file), QByteArray("new bytes"));
     QCOMPARE(entries(), QStringList("a b-ä.png"));
 }
 
@@ -131,10 +116,9 @@ void ImageDownloaderTest::leavesTheFileOnAnError()
     QVERIFY(::mkfifo(QFile::encodeName(pipe).constData(), 0600) == 0);
     const QString file = inFolder("old.png");
     QCOMPARE(download(file, "new"), 0);
-    for (const QString &address :
-         QStringList{"missing", "short", "nothing", "garbage", "reset", "gigabyte",
-                     m_server.base().replace("http:", "https:"), "http://", ":", "nonsense:x",
-                     "file://" + pipe}) {
+    for (const QString &address : QStringList{"missing", "short", "gigabyte", "endless",
+                                              m_server.base().replace("http:", "https:"), "http://",
+                                              ":", "nonsense:x", "file://" + pipe}) {
         QVERIFY2(download(file, address) == -1, qPrintable(address));
         QCOMPARE(contentOf(file), QByteArray("new bytes"));
         QCOMPARE(entries().size(), 1);
@@ -143,56 +127,40 @@ void ImageDownloaderTest::leavesTheFileOnAnError()
 
 void ImageDownloaderTest::neverWritesToOddNames()
 {
+    const QString precious = writeScratchFile("precious/inner/file", "precious");
+    QVERIFY(QFile::link(scratchFolder() + "/precious", inFolder("folder")));
     for (const QString &name :
          QStringList{QString(), ".", "..", QString("a") + QChar::Null + "b", QString(256, 'a'),
-                     QString(100, QChar(0x4E00)), "missing/a.png"}) {
+                     QString(100, QChar(0x4E00)), "missing/a.png", "folder/inner", "folder/a.png",
+                     "folder/inner/file"}) {
         QCOMPARE(download(inFolder(name), "new"), 0);
-        QCOMPARE(entries(), QStringList());
+        QCOMPARE(entries(), QStringList("folder"));
     }
-}
+    QCOMPARE(contentOf(precious), QByteArray("precious"));
+    QCOMPARE(QDir(inFolder("folder")).entryList(QDir::AllEntries | QDir::NoDotAndDotDot),
+             QStringList("inner"));
 
-void ImageDownloaderTest::followsNoLink()
-{
-    const QString precious = writeScratchFile("precious/file", "precious");
-    const QString preciousFolder = QFileInfo(precious).path();
-
+    // The link itself makes way, and what it leads to stays.
     QVERIFY(QFile::link(precious, inFolder("link.png")));
     QCOMPARE(download(inFolder("link.png"), "new"), 0);
     QCOMPARE(contentOf(precious), QByteArray("precious"));
     QCOMPARE(contentOf(inFolder("link.png")), QByteArray("new bytes"));
-
-    QVERIFY(QFile::link(preciousFolder, inFolder("folder")));
-    QVERIFY(QDir().mkpath(preciousFolder + "/inner"));
-    QCOMPARE(download(inFolder("folder/file"), "new"), 0);
-    QCOMPARE(download(inFolder("folder/inner/file"), "new"), 0);
-    QCOMPARE(contentOf(precious), QByteArray("precious"));
-    QVERIFY(QDir(preciousFolder + "/inner").isEmpty());
 }
 
 void ImageDownloaderTest::writesToOwnFoldersOnly()
 {
-    const QByteArray folder = QFile::encodeName(m_folder);
-    QVERIFY(::chmod(folder.constData(), 0777) == 0);
+    const auto others = QFile::WriteOther | QFile::WriteGroup;
+    QVERIFY(QFile::setPermissions(m_folder, QFile::permissions(m_folder) | others));
     QCOMPARE(download(inFolder("a.png"), "new"), 0);
-    struct stat status = {};
-    QVERIFY(::stat(folder.constData(), &status) == 0);
-    QVERIFY2((status.st_mode & 022) == 0, "others could exchange the files");
+    QVERIFY2(!(QFile::permissions(m_folder) & others), "others could exchange the files");
 
     if (::geteuid() != 0)
         return; // it takes root to make another user's folder
     QVERIFY(QDir().mkpath(inFolder("inner")));
-    QVERIFY(::chown(folder.constData(), 1, 1) == 0);
-    QCOMPARE(download(inFolder("b.png"), "new"), 0);
-    QCOMPARE(download(inFolder("inner/b.png"), "new"), 0);
-    QVERIFY(!QFile::exists(inFolder("b.png")));
-    QVERIFY(QDir(inFolder("inner")).isEmpty());
-}
-
-void ImageDownloaderTest::boundsWhatItReads()
-{
-    for (const char *path : {"gigabyte", "endless"}) {
-        QCOMPARE(download(inFolder("a.png"), path), -1);
-        QCOMPARE(entries(), QStringList());
+    QVERIFY(::chown(QFile::encodeName(m_folder).constData(), 1, 1) == 0);
+    for (const char *name : {"b.png", "inner/b.png"}) {
+        QCOMPARE(download(inFolder(name), "new"), 0);
+        QVERIFY2(!QFile::exists(inFolder(name)), name);
     }
 }
 
@@ -214,11 +182,11 @@ void ImageDownloaderTest::tellsItsTimes()
 
 void ImageDownloaderTest::saysNothingAfterStop()
 {
-    const QString address = m_server.base() + "silent";
     QSignalSpy abandoned(&m_server, &HttpServer::abandoned);
     QStringList ended;
     const auto start = [&](const QString &name) {
-        auto job = std::make_unique<ImageDownloader>(inFolder(name), address, nullptr);
+        auto job =
+            std::make_unique<ImageDownloader>(inFolder(name), m_server.base() + "silent", nullptr);
         connect(job.get(), &ImageDownloader::sigDownloadFinish, this,
                 [&ended, name](const QString &, int result) {
                     ended.append(name + QString::number(result));

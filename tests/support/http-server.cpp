@@ -58,10 +58,7 @@ void HttpServer::accept()
 void HttpServer::read(QTcpSocket *socket)
 {
     const QByteArray head = socket->peek(65536);
-    const bool isTls = head.startsWith('\x16');
-    if (isTls)
-        socket->disconnectFromHost();
-    if (isTls || !head.contains("\r\n\r\n") || socket->property("isRead").toBool())
+    if (!head.contains("\r\n\r\n") || socket->property("isRead").toBool())
         return;
     socket->readAll();
     socket->setProperty("head", head);

@@ -275,7 +275,7 @@ void HelpWindowTest::isBusyUntilTheAnswer()
     HtmlTextBrowser *browser = browserOf(window);
     const auto *bar = window.findChild<QProgressBar *>();
     QVERIFY(isBusy(window));
-    QVERIFY2(bar->maximum() == bar->minimum(), "shows a progress that nobody knows");
+    QVERIFY2(bar->minimum() == 0 && bar->maximum() == 0, "shows a progress that nobody knows");
     QCOMPARE(bar->parentWidget(), browser);
     QCOMPARE(bar->pos(), QPoint(0, 0));
     window.resize(500, 300);

@@ -116,8 +116,7 @@ void ImageDownloaderTest::leavesTheFileOnAnError()
     QVERIFY(::mkfifo(QFile::encodeName(pipe).constData(), 0600) == 0);
     const QString file = inFolder("old.png");
     QCOMPARE(download(file, "new"), 0);
-    for (const QString &address : QStringList{"missing", "short", "gigabyte", "endless",
-                                              m_server.base().replace("http:", "https:"), "http://",
+    for (const QString &address : QStringList{"missing", "short", "gigabyte", "endless", "http://",
                                               ":", "nonsense:x", "file://" + pipe}) {
         QVERIFY2(download(file, address) == -1, qPrintable(address));
         QCOMPARE(contentOf(file), QByteArray("new bytes"));
@@ -169,8 +168,6 @@ void ImageDownloaderTest::tellsItsTimes()
     QPointer<QTcpSocket> socket;
     m_server.handle("/slow", [&socket](QTcpSocket *client) { socket = client; });
     ImageDownloader job(inFolder("a.png"), m_server.base() + "slow", nullptr);
-    QTest::qWait(20);
-    QCOMPARE(job.runningTime() + job.idleTime(), 0);
     job.start();
     QTRY_VERIFY(socket && job.idleTime() >= 500);
     socket->write("HTTP/1.1 200 OK\r\n\r\n");

@@ -23,6 +23,12 @@ QByteArray HttpServer::response(const QByteArray &body, const QByteArray &status
          + QByteArray::number(body.size()) + "\r\n\r\n" + body;
 }
 
+QByteArray HttpServer::packed()
+{
+    return QByteArray::fromHex(
+        "1f8b08000000000002ffb329b02bcd2b484cce4e4db1d12fb0030017d087ce0f000000");
+}
+
 void HttpServer::answer(const QString &path, const QByteArray &body)
 {
     handle(path, [body](QTcpSocket *socket) {

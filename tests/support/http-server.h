@@ -43,6 +43,8 @@ public:
     int mostOpenRequests() const { return m_mostOpen; }
 
     static QByteArray response(const QByteArray &body, const QByteArray &status = "200 OK");
+    // "<p>unpacked</p>" by gzip; it could as well be gigabytes of zeros.
+    static QByteArray packed();
 
 Q_SIGNALS:
     void requested(const QString &target);

@@ -63,6 +63,7 @@ void ImageDownloaderTest::initTestCase()
         });
     };
     sends("/short", "HTTP/1.1 200 OK\r\nContent-Length: 1000\r\n\r\nonly this");
+    sends("/packed", "HTTP/1.1 200 OK\r\nContent-Encoding: gzip\r\n\r\n" + HttpServer::packed());
     sends("/pieces", "HTTP/1.1 200 OK\r\nTransfer-Encoding: chunked\r\n\r\n"
                          + QByteArray("1\r\n \r\n").repeated(pieces) + "0\r\n\r\n");
     m_server.handle("/gigabyte", [](QTcpSocket *socket) {
@@ -107,6 +108,8 @@ void ImageDownloaderTest::writesWhatArrives()
     QCOMPARE(contentOf(file), QByteArray(pieces, ' '));
     QCOMPARE(download(inFolder("../" + QFileInfo(m_folder).fileName() + "/a b-ä.png"), "new"), 0);
     QCOMPARE(contentOf(file), QByteArray("new bytes"));
+    QCOMPARE(download(file, "packed"), 0);
+    QCOMPARE(contentOf(file), HttpServer::packed());
     QCOMPARE(entries(), QStringList("a b-ä.png"));
 }
 

@@ -290,7 +290,7 @@ void GalleryWindowTest::selectionFollowsTheEntry()
         m_window->showPageNamed(page);
         auto *view = m_window->findChild<KovaTableWidget *>();
         QTableWidget *table = view->getTable();
-        const auto linesOf = [table](const QModelIndexList &rows) {
+        const auto linesOf = [](const QModelIndexList &rows) {
             QStringList lines;
             for (const QModelIndex &row : rows)
                 lines.append(row.data().toString() + row.siblingAtColumn(3).data().toString());

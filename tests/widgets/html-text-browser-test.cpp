@@ -102,7 +102,8 @@ int HtmlTextBrowserTest::countPixels(const QColor &color)
 {
     const QImage image = m_browser->viewport()->grab().toImage();
     const auto *pixels = reinterpret_cast<const QRgb *>(image.constBits());
-    return int(std::count(pixels, pixels + image.width() * image.height(), color.rgb()));
+    const qsizetype count = image.sizeInBytes() / qsizetype(sizeof(QRgb));
+    return int(std::count(pixels, pixels + count, color.rgb()));
 }
 
 void HtmlTextBrowserTest::showsTextWithoutBaseAsItIs()

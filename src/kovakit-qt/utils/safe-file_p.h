@@ -23,8 +23,8 @@
 
 // Puts @p content in place of the file @p path, in one step: nobody ever sees half of it.
 //
-// A link, pipe or device at @p path itself is replaced, not followed, and a file that holds @p content
-// already is left as it is. False if the file does not hold it afterwards.
+// A link, pipe or device at @p path itself is replaced, not followed, and a file that holds @p
+// content already is left as it is. False if the file does not hold it afterwards.
 bool replaceFile(const QString &path, const QByteArray &content);
 
 // As replaceFile(), for what came from strangers: no other user can read or move it.

@@ -345,6 +345,21 @@ void KovaSheetTest::labelsAndLayoutsFollow()
     QCOMPARE(sheet.layout()->count(), 1);
     QCOMPARE(sheet.layout()->itemAt(0)->widget(), second);
     QCOMPARE(first->parentWidget(), &sheet);
+
+    // On a window of its own no mask lays the sheet out a second time.
+    QWidget window;
+    window.resize(kovaPx(700), kovaPx(500));
+    KovaInputSheet input("short", &window);
+    KovaMessageSheet message(KovaMessageSheet::Question, "short", &window);
+    window.show();
+    const auto grows = [&](auto &shown) {
+        shown.showSheet();
+        const int before = shown.height();
+        shown.setText(label.text());
+        return shown.height() > before && shown.height() == shown.sizeHint().height();
+    };
+    QVERIFY2(grows(input), "the sheet with a field");
+    QVERIFY2(grows(message), "the sheet with a message");
 }
 
 QTEST_MAIN(KovaSheetTest)

@@ -275,6 +275,9 @@ void SheetFit::setSheetWidth(int width)
     m_sheet->layout()->activate();
     for (QWidget *label : qAsConst(m_labels))
         fitHeightToWidth(label);
+    // A label that changes tells the outermost layout, and none of those between.
+    for (QLayout *layout = m_column; layout; layout = qobject_cast<QLayout *>(layout->parent()))
+        layout->invalidate();
     m_sheet->updateGeometry();
     m_sheet->adjustSize();
 }

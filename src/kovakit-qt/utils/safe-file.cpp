@@ -196,7 +196,7 @@ bool replaceFile(const QString &path, const QByteArray &content)
     // have not changed since the last start would double the time of this one.
     QFile present;
     if (!QFileInfo(path).isSymLink() && openRegularFile(present, path)
-        && present.readAll() == content)
+        && present.size() == content.size() && present.readAll() == content)
         return true;
     // As any program's new file: the umask takes away what others may not do.
     return replaceIn(Descriptor(::open(QFile::encodeName(folderOf(path)).constData(), folderFlags)),

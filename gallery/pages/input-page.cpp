@@ -70,7 +70,7 @@ void InputPage::askForName()
     KovaInputSheet sheet(tr("Name of the new folder in <b>Photos</b>:"), window());
     sheet.getLineEdit()->setPlaceholderText(tr("For instance: Summer 2024"));
     acceptOnlyFolderNames(&sheet);
-    KovaMask::createMask(&sheet, window(), KovaMask::dimColor);
+    KovaMask::createMask(&sheet, window(), KovaMask::dimColor, KovaMask::DeleteWhenEmpty);
     const int code = sheet.exec();
     report(
         tr("The sheet returned %1; the text is \"%2\".").arg(resultText(code), sheet.getContent()));
@@ -84,7 +84,7 @@ void InputPage::rename()
     sheet.getLineEdit()->setText(QStringLiteral("Summer 2023"));
     sheet.getLineEdit()->selectAll();
     acceptOnlyFolderNames(&sheet);
-    KovaMask::createMask(&sheet, window(), KovaMask::dimColor);
+    KovaMask::createMask(&sheet, window(), KovaMask::dimColor, KovaMask::DeleteWhenEmpty);
     const int code = sheet.exec();
     report(
         tr("The sheet returned %1; the text is \"%2\".").arg(resultText(code), sheet.getContent()));

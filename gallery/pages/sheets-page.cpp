@@ -70,7 +70,7 @@ void SheetsPage::addSheet(Card *card, const QString &sceneName, const QString &l
 
 void SheetsPage::run(KovaMessageSheet &sheet)
 {
-    KovaMask::createMask(&sheet, window(), KovaMask::dimColor);
+    KovaMask::createMask(&sheet, window(), KovaMask::dimColor, KovaMask::DeleteWhenEmpty);
     report(tr("The sheet returned %1.").arg(resultText(sheet.exec())));
 }
 

@@ -77,6 +77,7 @@ private Q_SLOTS:
     void maskFollowsContentAndWindow();
     void maskMindsItsOwnContentOnly_data();
     void maskMindsItsOwnContentOnly();
+    void maskIsDeletedWhenEmpty();
     void sheetPaintsBodyAndShadow();
     void sheetsFitTheirWindow_data();
     void sheetsFitTheirWindow();
@@ -177,6 +178,36 @@ void KovaSheetTest::maskMindsItsOwnContentOnly()
     old->show();
     content->hide();
     QVERIFY(old->isVisible());
+}
+
+void KovaSheetTest::maskIsDeletedWhenEmpty()
+{
+    QWidget window;
+    window.show();
+    const auto masks = [&window] {
+        QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+        return window.findChildren<KovaMask *>().size();
+    };
+    for (const bool isShown : {false, true}) {
+        auto *content = new QLabel("content");
+        KovaMask::createMask(content, &window, Qt::black, KovaMask::DeleteWhenEmpty);
+        content->setVisible(isShown);
+        content->hide();
+        QCOMPARE(masks(), 1);
+        // The mask that it leaves goes, and takes the content along no more.
+        KovaMask::createMask(content, nullptr, Qt::black, KovaMask::DeleteWhenEmpty);
+        QCOMPARE(masks(), 1);
+        content->setVisible(isShown);
+        delete content;
+        QCOMPARE(masks(), 0);
+    }
+
+    // Those of the message functions stay until somebody says otherwise.
+    QTimer::singleShot(0, &window, [&window] { visibleSheet(&window)->quit(); });
+    showInfoMsg(QString(), "Done.", &window);
+    QCOMPARE(masks(), 1);
+    window.findChild<KovaMask *>()->setDeletionPolicy(KovaMask::DeleteWhenEmpty);
+    QCOMPARE(masks(), 0);
 }
 
 void KovaSheetTest::sheetPaintsBodyAndShadow()

@@ -124,7 +124,8 @@ void SheetLifetimeTest::loopEndsWithWhatItNeeds()
     const QPointer<KovaMessageSheet> sheet =
         onStack ? &local.emplace(KovaMessageSheet::Question, "Go?", page)
                 : new KovaMessageSheet(KovaMessageSheet::Question, "Go?", page);
-    KovaMask::createMask(sheet, page, KovaMask::dimColor);
+    KovaMask::createMask(sheet, page, KovaMask::dimColor,
+                         onStack ? KovaMask::KeepWhenEmpty : KovaMask::DeleteWhenEmpty);
     const QPointer<QWidget> mask = sheet->parentWidget();
     QSignalSpy finished(sheet, &KovaSheet::finished);
     soon([&] { event(window, sheet); });
@@ -147,6 +148,7 @@ void SheetLifetimeTest::loopEndsWithWhatItNeeds()
         QVERIFY(window->close());
     }
     QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+    QVERIFY2(sheet || !mask, "the mask has outlived its sheet");
     local.reset();
     delete mask;
     delete window;

@@ -16,10 +16,12 @@ public:
     }
 
     void init(QWidget *content);
+    void deleteIfEmpty();
 
     KovaMask *q;
     QColor color = KovaMask::dimColor;
     QWidget *widget = nullptr;
+    KovaMask::DeletionPolicy policy = KovaMask::KeepWhenEmpty;
 };
 
 namespace {
@@ -61,6 +63,12 @@ void KovaMaskPrivate::init(QWidget *content)
     q->resize();
 }
 
+void KovaMaskPrivate::deleteIfEmpty()
+{
+    if (!widget && policy == KovaMask::DeleteWhenEmpty)
+        q->deleteLater();
+}
+
 KovaMask::KovaMask(QWidget *widget, QWidget *parent, QColor color)
     : QFrame(parent)
     , d(new KovaMaskPrivate(this))
@@ -75,6 +83,11 @@ KovaMask::~KovaMask() = default;
 
 QWidget *KovaMask::createMask(QWidget *widget, QWidget *parent, QColor color)
 {
+    return createMask(widget, parent, color, KeepWhenEmpty);
+}
+
+QWidget *KovaMask::createMask(QWidget *widget, QWidget *parent, QColor color, DeletionPolicy policy)
+{
     if (!widget)
         return nullptr;
     if (!parent)
@@ -84,8 +97,20 @@ QWidget *KovaMask::createMask(QWidget *widget, QWidget *parent, QColor color)
         parent = mask->parentWidget();
     if (!parent)
         return nullptr;
-    new KovaMask(widget, parent, color);
+    auto *mask = new KovaMask(widget, parent, color);
+    mask->setDeletionPolicy(policy);
     return widget;
+}
+
+KovaMask::DeletionPolicy KovaMask::deletionPolicy() const
+{
+    return d->policy;
+}
+
+void KovaMask::setDeletionPolicy(DeletionPolicy policy)
+{
+    d->policy = policy;
+    d->deleteIfEmpty();
 }
 
 void KovaMask::resize()
@@ -116,4 +141,5 @@ void KovaMask::childEvent(QChildEvent *event)
     event->child()->removeEventFilter(this);
     d->widget = nullptr;
     hide();
+    d->deleteIfEmpty();
 }

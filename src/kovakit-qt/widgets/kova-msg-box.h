@@ -14,6 +14,9 @@
  * title. Without one, and while the parent's window is not shown, as in the constructor of a main
  * window, it is a styled QMessageBox of its own. Destroying the parent's window ends the sheet; a
  * question then returns 0. Escape dismisses every box, but no sheet with one button.
+ *
+ * The mask of each sheet stays in the window, hidden and empty; KovaMask::setDeletionPolicy()
+ * clears it away.
  */
 
 /** Tells the user @p text. */

@@ -82,6 +82,7 @@ QWidget *GalleryWindow::makeContent()
     m_report->setIndent(0);
     m_report->setWordWrap(true);
     m_report->setTextInteractionFlags(Qt::TextSelectableByMouse);
+    m_report->setAccessibleDescription(tr("Report"));
     layout->addWidget(m_report);
     clearReport();
     return content;

@@ -163,6 +163,14 @@ void HtmlTextLimitsTest::cutsAndBreaksPlainText()
     QCOMPARE(shown.indexOf('\n'), HtmlTextBrowser::maxWordLength);
     QCOMPARE(shown.count('\n'), (count - 1) / (HtmlTextBrowser::maxWordLength + 1));
 
+    // Also where only the line feeds make it too long, and where one would be the last character.
+    const int lastWord = (count - 1) % (HtmlTextBrowser::maxWordLength + 1) + 1;
+    for (const QString &text : {times(count, "a"), times(lastWord, " ") + times(count, "a")}) {
+        QVERIFY(showsInTime(text));
+        const QString cut = m_browser.toPlainText();
+        QVERIFY2(cut.size() <= count + 1 && cut.endsWith("…"), qPrintable(cut.right(9)));
+    }
+
     const QString ordinary = times(1000, "just text, 1 > 0 & more\n");
     m_browser.setText(ordinary);
     QCOMPARE(m_browser.toPlainText(), ordinary);

@@ -253,17 +253,16 @@ QString shownPlain(const QString &text, const HtmlLimits &limits)
     shown.reserve(qMin(text.size(), limits.textLength));
     int word = 0;
     for (const QChar c : text) {
-        if (shown.size() >= limits.textLength)
-            break;
         const bool isPlaceToBreak = c.isSpace() || c.unicode() >= firstIdeograph;
         word = isPlaceToBreak ? 0 : word + 1;
-        if (word > limits.wordLength) {
+        const int lineFeeds = word > limits.wordLength ? 1 : 0;
+        if (shown.size() + lineFeeds >= limits.textLength)
+            return shown + QChar(0x2026);
+        if (lineFeeds > 0) {
             shown.append(QLatin1Char('\n'));
             word = 1;
         }
         shown.append(c);
     }
-    if (shown.size() < text.size() && text.size() > limits.textLength)
-        shown.append(QChar(0x2026));
     return shown;
 }

@@ -20,5 +20,6 @@ struct HtmlLimits
 // Whether @p html keeps to @p limits.
 [[nodiscard]] bool isWithinLimits(const QString &html, const HtmlLimits &limits);
 
-// @p text as it can be shown plain: cut at the length limit, too long words broken by line feeds.
+// @p text as it can be shown plain: too long words broken by line feeds, and cut at the length
+// limit, behind which an ellipsis says so.
 [[nodiscard]] QString shownPlain(const QString &text, const HtmlLimits &limits);

@@ -7,7 +7,9 @@ add_library(kovakit-build-options INTERFACE)
 target_compile_features(kovakit-build-options INTERFACE cxx_std_17)
 target_compile_options(kovakit-build-options INTERFACE
     -Wall -Wextra -Wpedantic -Wshadow -Wnon-virtual-dtor -Woverloaded-virtual -Wcast-qual
-    -Wimplicit-fallthrough)
+    -Wimplicit-fallthrough
+    # Qt's logging macros leave their last argument out.
+    $<$<CXX_COMPILER_ID:Clang>:-Wno-gnu-zero-variadic-macro-arguments>)
 if(KOVAKIT_WARNINGS_AS_ERRORS)
     target_compile_options(kovakit-build-options INTERFACE -Werror)
 endif()

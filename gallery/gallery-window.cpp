@@ -9,10 +9,18 @@
 #include <kovakit-qt/style/dpi-info.h>
 #include <kovakit-qt/style/style-manager.h>
 
+#include <QFrame>
+#include <QHBoxLayout>
+#include <QLabel>
 #include <QListWidget>
+#include <QListWidgetItem>
 #include <QScrollArea>
 #include <QStackedWidget>
 #include <QVBoxLayout>
+
+#include <memory>
+#include <utility>
+#include <vector>
 
 GalleryWindow::GalleryWindow(const QString &language)
     : m_list(new QListWidget)

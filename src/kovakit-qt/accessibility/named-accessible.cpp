@@ -2,6 +2,9 @@
 
 #include "named-accessible_p.h"
 
+#include <QAccessible>
+#include <QAccessibleWidget>
+
 QString NamedAccessible::text(QAccessible::Text kind) const
 {
     const QString own = QAccessibleWidget::text(kind);

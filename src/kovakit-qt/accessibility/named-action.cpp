@@ -3,6 +3,8 @@
 #include "named-action_p.h"
 
 #include <QAccessible>
+#include <QAccessibleActionInterface>
+#include <QAccessibleInterface>
 #include <QAccessibleObject>
 #include <QAction>
 #include <QMenu>

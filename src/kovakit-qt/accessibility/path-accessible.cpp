@@ -2,6 +2,11 @@
 
 #include "path-accessible_p.h"
 
+#include <QAccessible>
+#include <QAccessibleInterface>
+#include <QAccessibleWidget>
+#include <QPushButton>
+
 QAccessibleInterface *makePathAccessible(QWidget *path)
 {
     return new QAccessibleWidget(path, QAccessible::ToolBar);

@@ -17,6 +17,7 @@
 #include <QJsonArray>
 #include <QJsonDocument>
 #include <QJsonObject>
+#include <QJsonValueRef>
 
 #include <cmath>
 #include <cstdlib>

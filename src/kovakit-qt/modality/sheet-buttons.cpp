@@ -5,14 +5,17 @@
 #include <kovakit-qt/style/dpi-info.h>
 #include <kovakit-qt/style/style-manager.h>
 
+#include <QAbstractButton>
 #include <QApplication>
 #include <QDialog>
 #include <QDialogButtonBox>
 #include <QEvent>
+#include <QIcon>
 #include <QPointer>
 #include <QProxyStyle>
 #include <QPushButton>
 #include <QSignalBlocker>
+#include <QStyle>
 
 #include <algorithm>
 

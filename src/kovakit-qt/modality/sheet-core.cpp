@@ -5,7 +5,10 @@
 #include "sheet-buttons_p.h"
 
 #include <QDialogButtonBox>
+#include <QMessageBox>
 #include <QPushButton>
+
+#include <utility>
 
 SheetCore::SheetCore(QWidget *sheet, SheetModality::Callbacks callbacks, SheetFit::Ways ways)
     : buttonBox(makeButtonBox(sheet))

@@ -8,9 +8,18 @@
 
 #include <kovakit-qt/style/dpi-info.h>
 
+#include <QAbstractButton>
+#include <QBoxLayout>
 #include <QDialogButtonBox>
 #include <QKeyEvent>
-#include <QScrollBar>
+#include <QLayoutItem>
+#include <QPointer>
+#include <QSpacerItem>
+#include <QVBoxLayout>
+#include <QWidgetItem>
+
+#include <functional>
+#include <utility>
 
 namespace {
 

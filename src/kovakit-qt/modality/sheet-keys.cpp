@@ -6,8 +6,10 @@
 
 #include "kovakit-qt/utils/keys_p.h"
 
+#include <QAbstractButton>
 #include <QDialogButtonBox>
 #include <QKeyEvent>
+#include <QKeySequence>
 #include <QPushButton>
 
 namespace {

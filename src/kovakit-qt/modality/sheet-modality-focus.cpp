@@ -2,7 +2,9 @@
 
 #include "sheet-modality_p.h"
 
-#include <kovakit-qt/utils/util.h>
+#include <kovakit-qt/utils/accessible-util.h>
+
+#include <QPointer>
 
 #include <algorithm>
 

@@ -6,13 +6,19 @@
 #include "sheet-keys_p.h"
 #include "window-use_p.h"
 
-#include <QAction>
 #include <QApplication>
+#include <QCoreApplication>
 #include <QDialogButtonBox>
 #include <QEventLoop>
 #include <QKeyEvent>
+#include <QPointer>
+#include <QTimer>
 
 #include <chrono>
+#include <functional>
+#include <iterator>
+#include <memory>
+#include <utility>
 
 struct SheetModality::Run
 {

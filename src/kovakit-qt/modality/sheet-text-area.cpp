@@ -7,8 +7,13 @@
 #include <kovakit-qt/style/dpi-info.h>
 #include <kovakit-qt/style/style-manager.h>
 
+#include <QFocusEvent>
+#include <QFrame>
 #include <QKeyEvent>
+#include <QScrollArea>
 #include <QScrollBar>
+
+#include <utility>
 
 SheetTextArea::SheetTextArea(QWidget *sheet)
     : QScrollArea(sheet)

@@ -3,6 +3,7 @@
 #include "crisp-icons_p.h"
 
 #include <QCoreApplication>
+#include <QIcon>
 
 CrispIcons::CrispIcons()
     : m_before(QCoreApplication::testAttribute(Qt::AA_UseHighDpiPixmaps))

@@ -5,8 +5,12 @@
 #include "crisp-icons_p.h"
 
 #include <QApplication>
+#include <QColor>
 #include <QComboBox>
 #include <QEvent>
+#include <QPalette>
+#include <QStyle>
+#include <QStyleOptionComboBox>
 #include <QStylePainter>
 
 namespace {

@@ -12,6 +12,8 @@
 #include <QRegularExpression>
 #include <QStringView>
 
+#include <utility>
+
 namespace {
 
 // Removes everything from @p open to the nearest following @p close, both included. An opening

@@ -6,6 +6,8 @@
 
 #include <kovakit-qt/utils/util.h>
 
+#include <QLoggingCategory>
+
 ComponentStrings *ComponentStrings::getInstance()
 {
     static ComponentStrings instance;

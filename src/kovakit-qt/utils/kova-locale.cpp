@@ -4,6 +4,8 @@
 
 #include <QLocale>
 
+#include <utility>
+
 KovaLocale::KovaLocale()
     : m_fallback(QStringLiteral("enu"))
 {

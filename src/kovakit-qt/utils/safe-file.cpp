@@ -3,6 +3,8 @@
 #include "safe-file_p.h"
 
 #include <QDir>
+#include <QFile>
+#include <QFileDevice>
 #include <QFileInfo>
 #include <QRandomGenerator>
 
@@ -11,7 +13,9 @@
 #include <fcntl.h>
 #include <optional>
 #include <sys/stat.h>
+#include <sys/types.h>
 #include <unistd.h>
+#include <utility>
 
 namespace {
 

@@ -4,6 +4,10 @@
 
 #include <kovakit-qt/utils/util.h>
 
+#include <QLoggingCategory>
+
+#include <utility>
+
 UIPathManager *UIPathManager::getInstance()
 {
     static UIPathManager instance;

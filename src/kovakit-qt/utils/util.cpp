@@ -2,6 +2,7 @@
 
 #include "util.h"
 
+#include <QLoggingCategory>
 #include <QWidget>
 
 const QLoggingCategory &debug_message()

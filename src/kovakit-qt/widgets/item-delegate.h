@@ -6,6 +6,7 @@
 
 #include <QItemDelegate>
 #include <QRect>
+#include <QStyleOptionViewItem>
 
 class QKeyEvent;
 

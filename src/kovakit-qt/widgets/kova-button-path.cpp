@@ -11,13 +11,22 @@
 #include <kovakit-qt/style/style-manager.h>
 #include <kovakit-qt/utils/escape-tooltip.h>
 
+#include <QAbstractButton>
+#include <QAction>
 #include <QFocusEvent>
+#include <QFontMetrics>
 #include <QHeaderView>
+#include <QIcon>
+#include <QImage>
+#include <QKeyEvent>
 #include <QMenu>
+#include <QPixmap>
 #include <QPointer>
 #include <QPushButton>
 #include <QScrollBar>
 #include <QToolButton>
+
+#include <utility>
 
 namespace {
 

@@ -6,6 +6,8 @@
 
 #include <kovakit-qt/style/style-manager.h>
 
+#include <QIcon>
+#include <QStyle>
 #include <QStyleOptionButton>
 #include <QStylePainter>
 

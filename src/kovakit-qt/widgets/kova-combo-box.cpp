@@ -12,6 +12,7 @@
 #include <QChildEvent>
 #include <QLineEdit>
 #include <QRegularExpression>
+#include <QRegularExpressionMatchIterator>
 #include <QStyleOptionComboBox>
 #include <QStyledItemDelegate>
 

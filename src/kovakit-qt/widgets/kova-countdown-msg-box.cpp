@@ -7,6 +7,7 @@
 
 #include <kovakit-qt/style/style-manager.h>
 
+#include <QAbstractButton>
 #include <QCloseEvent>
 #include <QPointer>
 #include <QPushButton>

@@ -9,6 +9,7 @@
 #include <kovakit-qt/style/style-manager.h>
 #include <kovakit-qt/widgets/kova-icon-button.h>
 
+#include <QAction>
 #include <QKeyEvent>
 #include <QMenu>
 

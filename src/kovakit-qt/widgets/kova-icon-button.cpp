@@ -8,9 +8,9 @@
 #include <kovakit-qt/image-manager/image-manager.h>
 #include <kovakit-qt/style/style-manager.h>
 
+#include <QAbstractButton>
 #include <QEvent>
 #include <QIcon>
-#include <QMouseEvent>
 
 namespace {
 

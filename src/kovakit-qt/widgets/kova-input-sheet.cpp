@@ -16,8 +16,10 @@
 
 #include <QDialogButtonBox>
 #include <QLineEdit>
-#include <QPushButton>
 #include <QVBoxLayout>
+
+#include <algorithm>
+#include <functional>
 
 class KovaInputSheetPrivate : public QObject
 {

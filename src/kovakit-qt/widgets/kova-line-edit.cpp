@@ -9,6 +9,7 @@
 #include <kovakit-qt/style/style-manager.h>
 
 #include <QAccessible>
+#include <QAccessibleEvent>
 #include <QEvent>
 #include <QHBoxLayout>
 #include <QLabel>

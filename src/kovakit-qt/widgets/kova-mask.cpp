@@ -2,6 +2,7 @@
 
 #include "kova-mask.h"
 
+#include <QChildEvent>
 #include <QEvent>
 #include <QHBoxLayout>
 #include <QPalette>

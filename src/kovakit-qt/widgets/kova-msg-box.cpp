@@ -8,7 +8,7 @@
 #include <kovakit-qt/style/style-manager.h>
 #include <kovakit-qt/widgets/kova-mask.h>
 
-#include <QAbstractButton>
+#include <QMessageBox>
 
 namespace {
 

@@ -13,6 +13,7 @@
 #include <kovakit-qt/style/style-manager.h>
 #include <kovakit-qt/widgets/message-label.h>
 
+#include <QAbstractButton>
 #include <QDialogButtonBox>
 #include <QEvent>
 #include <QHBoxLayout>
@@ -20,10 +21,13 @@
 #include <QLabel>
 #include <QMetaMethod>
 #include <QMovie>
+#include <QPixmap>
 #include <QPushButton>
 #include <QStyle>
+#include <QVBoxLayout>
 
-#include <cmath>
+#include <algorithm>
+#include <functional>
 
 // Builds and lays out the widgets of a message sheet.
 class KovaMessageSheetPrivate : public QObject

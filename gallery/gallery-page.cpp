@@ -4,7 +4,12 @@
 
 #include <kovakit-qt/style/dpi-info.h>
 
+#include <QBoxLayout>
+#include <QHBoxLayout>
 #include <QVBoxLayout>
+
+#include <algorithm>
+#include <utility>
 
 GalleryPage::GalleryPage()
     : m_column(new QVBoxLayout)

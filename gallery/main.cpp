@@ -12,6 +12,9 @@
 #include <kovakit-qt/utils/kova-locale.h>
 
 #include <QApplication>
+#include <QColor>
+#include <QCoreApplication>
+#include <QFont>
 #include <QLocale>
 #include <QPalette>
 #include <QScreen>

@@ -5,8 +5,11 @@
 #include "languages.h"
 #include "page-registry.h"
 
+#include <QCommandLineOption>
 #include <QCommandLineParser>
 #include <QSet>
+
+#include <vector>
 
 namespace {
 

@@ -5,6 +5,8 @@
 #include <kovakit-qt/style/dpi-info.h>
 #include <kovakit-qt/style/style-manager.h>
 
+#include <QHBoxLayout>
+#include <QLabel>
 #include <QVBoxLayout>
 
 namespace {

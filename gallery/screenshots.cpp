@@ -10,6 +10,7 @@
 #include <kovakit-qt/widgets/kova-sheet.h>
 
 #include <QApplication>
+#include <QColor>
 #include <QDialog>
 #include <QDir>
 #include <QElapsedTimer>
@@ -17,7 +18,13 @@
 #include <QLabel>
 #include <QMovie>
 #include <QPainter>
+#include <QPixmap>
 #include <QTimer>
+#include <QWidgetList>
+
+#include <functional>
+#include <memory>
+#include <vector>
 
 namespace {
 

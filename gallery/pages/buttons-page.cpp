@@ -10,6 +10,12 @@
 #include <kovakit-qt/widgets/kova-button.h>
 
 #include <QGridLayout>
+#include <QLabel>
+#include <QPushButton>
+#include <QStyle>
+#include <QStyleOptionButton>
+
+#include <utility>
 
 namespace {
 

@@ -9,8 +9,14 @@
 #include <kovakit-qt/widgets/kova-check-box.h>
 #include <kovakit-qt/widgets/kova-radio-button.h>
 
+#include <QCheckBox>
 #include <QGridLayout>
+#include <QLabel>
+#include <QRadioButton>
 #include <QSignalBlocker>
+#include <QStyle>
+#include <QStyleOptionButton>
+#include <QVBoxLayout>
 
 #include <algorithm>
 

@@ -5,7 +5,6 @@
 #include "gallery-page.h"
 
 class QCheckBox;
-class QGridLayout;
 
 // Check boxes and radio buttons: a form that works, and a table of the states.
 class ChecksPage : public GalleryPage

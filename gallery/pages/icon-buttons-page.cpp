@@ -8,10 +8,16 @@
 #include <kovakit-qt/style/dpi-info.h>
 #include <kovakit-qt/widgets/kova-icon-button.h>
 
+#include <QAction>
 #include <QGridLayout>
+#include <QLabel>
 #include <QMenu>
+#include <QStyle>
 #include <QStyleOptionToolButton>
 #include <QStylePainter>
+#include <QToolButton>
+
+#include <utility>
 
 namespace {
 

@@ -12,6 +12,10 @@
 
 #include <QAbstractButton>
 #include <QLineEdit>
+#include <QMessageBox>
+#include <QPushButton>
+
+#include <utility>
 
 namespace {
 

@@ -14,6 +14,8 @@
 #include <QSplitter>
 #include <QVBoxLayout>
 
+#include <utility>
+
 LabelsPage::LabelsPage()
 {
     add(makeSplitter());

@@ -10,7 +10,10 @@
 #include <kovakit-qt/widgets/kova-line-edit.h>
 
 #include <QGridLayout>
+#include <QLabel>
 #include <QLineEdit>
+
+#include <utility>
 
 namespace {
 

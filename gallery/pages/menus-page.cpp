@@ -10,8 +10,13 @@
 #include <kovakit-qt/widgets/kova-icon-button.h>
 #include <kovakit-qt/widgets/kova-menu.h>
 
+#include <QAction>
 #include <QActionGroup>
+#include <QMenu>
+#include <QPushButton>
 #include <QScreen>
+
+#include <utility>
 
 MenusPage::MenusPage()
     : m_menu(new KovaMenu(this))

@@ -10,6 +10,10 @@
 #include <kovakit-qt/widgets/kova-msg-box.h>
 
 #include <QGridLayout>
+#include <QLabel>
+#include <QPushButton>
+
+#include <utility>
 
 namespace {
 

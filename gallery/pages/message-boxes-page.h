@@ -4,7 +4,6 @@
 
 #include "gallery-page.h"
 
-class Card;
 class QGridLayout;
 
 // The six functions that show a message in one call, in both of their forms.

@@ -11,7 +11,11 @@
 
 #include <QDir>
 #include <QListWidget>
+#include <QListWidgetItem>
+#include <QPushButton>
 #include <QToolButton>
+
+#include <utility>
 
 namespace {
 

@@ -12,10 +12,14 @@
 #include <kovakit-qt/widgets/link-label.h>
 
 #include <QAbstractItemView>
+#include <QComboBox>
 #include <QGridLayout>
+#include <QLabel>
 #include <QLineEdit>
+#include <QPushButton>
 
 #include <algorithm>
+#include <utility>
 
 namespace {
 

@@ -10,6 +10,7 @@
 #include <kovakit-qt/widgets/kova-mask.h>
 #include <kovakit-qt/widgets/kova-msg-sheet.h>
 
+#include <QPushButton>
 #include <QTimer>
 
 namespace {

@@ -8,12 +8,20 @@ void showActive(QWidget *window)
 {
     window->show();
     window->activateWindow();
-    QVERIFY(QTest::qWaitForWindowActive(window));
+    if (!QTest::qWaitForWindowActive(window))
+        qFatal("a window does not become active");
 }
 
 void press(const QWidget *widget, int key, Qt::KeyboardModifiers modifiers)
 {
     QTest::keyClick(widget->window()->windowHandle(), Qt::Key(key), modifiers);
+}
+
+void press(const QWidget *widget, std::initializer_list<int> keys)
+{
+    for (const int key : keys)
+        press(widget, key & ~Qt::KeyboardModifierMask,
+              Qt::KeyboardModifiers(key & Qt::KeyboardModifierMask));
 }
 
 void click(const QWidget *widget, const QPoint &position)

@@ -5,6 +5,8 @@
 #include <QAccessible>
 #include <QPoint>
 
+#include <initializer_list>
+
 class QWidget;
 
 // Keys and clicks as a user makes them: they go to the window, which finds out whose they are.
@@ -14,6 +16,9 @@ void showActive(QWidget *window);
 
 // Presses and releases @p key in the window of @p widget.
 void press(const QWidget *widget, int key, Qt::KeyboardModifiers modifiers = {});
+
+// Presses and releases @p keys, one after the other; their modifiers are added to them.
+void press(const QWidget *widget, std::initializer_list<int> keys);
 
 // Clicks with the left button at @p position of @p widget, or in its middle.
 void click(const QWidget *widget, const QPoint &position);

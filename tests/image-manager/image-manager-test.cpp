@@ -48,6 +48,8 @@ QString tempPath(const QString &name)
 
 } // namespace
 
+// Pictures and icons from a description file: their sizes, states and fall-backs, the copies for
+// style sheets, and what becomes of bad files.
 class ImageManagerTest : public QObject
 {
     Q_OBJECT
@@ -79,7 +81,7 @@ void ImageManagerTest::endsTheProcessBeforeInitialize()
 {
     QProcess child;
     child.setProcessChannelMode(QProcess::MergedChannels);
-    QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
+    auto environment = QProcessEnvironment::systemEnvironment();
     environment.insert("KOVAKIT_TEST_ABORT", "1");
     // It cannot clean up after itself.
     environment.insert("TMPDIR", scratchFolder());

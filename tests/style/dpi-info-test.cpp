@@ -37,6 +37,7 @@ QString scaled(const QString &text)
 
 } // namespace
 
+// The display's scale, and the lengths in style texts that it is applied to.
 class DpiInfoTest : public QObject
 {
     Q_OBJECT

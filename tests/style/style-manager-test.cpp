@@ -22,6 +22,7 @@ QString load(const QByteArray &content, const char *key)
 
 } // namespace
 
+// Style files: how they are cut into entries, what is replaced in their texts, and bad files.
 class StyleManagerTest : public QObject
 {
     Q_OBJECT

@@ -14,6 +14,7 @@
 
 using Widgets = QList<QWidget *>;
 
+// The small services: strings, paths, tooltips, file types, and the lists of what takes the focus.
 class UtilsTest : public QObject
 {
     Q_OBJECT
@@ -110,10 +111,9 @@ void UtilsTest::fileTypesHaveIcons()
     const QStringList rows = QString(table.readAll()).trimmed().split('\n');
     QCOMPARE(rows.size(), 21);
     for (const QString &row : rows) {
-        const QStringList extensions = row.section(": ", 1).split(' ');
         // An audio format that plays with videos as well: the later row counts.
         const QString type = row.section(':', 0, 0);
-        for (const QString &extension : extensions)
+        for (const QString &extension : row.section(": ", 1).split(' '))
             QCOMPARE(icons(extension), (extension == "ac3" ? "video" : type) + ".png");
     }
     QCOMPARE(icons("|foo|.txt|a.txt|mp3 aac|h"), "xxx.png xxx.png xxx.png xxx.png xxx.png xxx.png");

@@ -8,6 +8,8 @@
 #include <QtTest>
 #include <QtWidgets>
 
+// The box: its style text and what is drawn of it, the keyboard, and the wheel on a page that
+// scrolls.
 class KovaComboBoxTest : public QObject
 {
     Q_OBJECT
@@ -52,8 +54,7 @@ void KovaComboBoxTest::isUsedByKeyboardAlone()
         box.addItem(QString("Entry %1").arg(i));
     showActive(&window);
     for (const auto end : {Qt::Key_Escape, Qt::Key_Return}) {
-        press(&window, Qt::Key_Tab);
-        press(&window, Qt::Key_Space);
+        press(&window, {Qt::Key_Tab, Qt::Key_Space});
         QTRY_VERIFY(box.view()->isVisible());
         press(box.view(), Qt::Key_End);
         QVERIFY(box.view()->verticalScrollBar()->isVisible());

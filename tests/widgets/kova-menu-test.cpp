@@ -6,6 +6,8 @@
 
 #include <QtTest>
 
+// The menu: where it goes to be on the screen, as numbers and beside a real panel, and a late
+// click.
 class KovaMenuTest : public QObject
 {
     Q_OBJECT

@@ -23,7 +23,7 @@ KovaTableColumnsInfo threeColumns(double ratio = 0.5)
     return columns;
 }
 
-// A table with rows in colours, column for column, that can be seen in pictures.
+// A shown table with rows in colours, column for column, that can be seen in pictures.
 std::unique_ptr<KovaTableWidget> colourfulTable(const KovaTableColumnsInfo &columns, int rowCount)
 {
     auto view = std::make_unique<KovaTableWidget>(columns, nullptr);
@@ -37,47 +37,43 @@ std::unique_ptr<KovaTableWidget> colourfulTable(const KovaTableColumnsInfo &colu
         }
     }
     view->resize(kovaPx(812), kovaPx(200));
+    showActive(view.get());
     return view;
 }
 
-// Where columns end in the picture of a widget, read from its start to its end: in the header by
-// the red line there, in the rows by the change of colour.
-struct Edges
+// Whether columns end at the same places, @p leastCount or more of them, in the picture of a
+// widget, read from its start to its end: in the header by the red line there, in the rows by the
+// change of colour.
+bool isAligned(KovaTableWidget *view, int leastCount)
 {
-    explicit Edges(KovaTableWidget *view)
-    {
-        const QWidget *viewport = view->getTable()->viewport();
-        const QPoint origin = viewport->mapTo(view, QPoint());
-        const QRect area(origin.x(), 0, viewport->width(), view->height());
-        const QImage picture = view->grab(area).toImage().mirrored(view->isRightToLeft(), false);
-        // The second row is looked at: the current cell, with its frame, is in the first.
-        const int headerY = kovaPx(15);
-        const int rowY = origin.y() + kovaPx(42);
-        const QRgb red = QColor(Qt::red).rgb();
-        for (int x = 1; x < picture.width(); ++x) {
-            if (picture.pixel(x - 1, headerY) == red && picture.pixel(x, headerY) != red)
-                header.append(x);
-            if (picture.pixel(x - 1, rowY) != picture.pixel(x, rowY))
-                rows.append(x);
-        }
-        // The header's extra column comes into sight when the others leave room.
-        if (header.size() == rows.size() + 1)
-            header.removeLast();
-    }
-
+    const QWidget *viewport = view->getTable()->viewport();
+    const QPoint origin = viewport->mapTo(view, QPoint());
+    const QRect area(origin.x(), 0, viewport->width(), view->height());
+    const QImage picture = view->grab(area).toImage().mirrored(view->isRightToLeft(), false);
+    // The second row is looked at: the current cell, with its frame, is in the first.
+    const int headerY = kovaPx(15);
+    const int rowY = origin.y() + kovaPx(42);
+    const QRgb red = QColor(Qt::red).rgb();
     QList<int> header;
     QList<int> rows;
-};
-
-#define VERIFY_ALIGNED(view, leastCount)                                                           \
-    do {                                                                                           \
-        const Edges edges((view).get());                                                           \
-        QCOMPARE(edges.header, edges.rows);                                                        \
-        QVERIFY(edges.rows.size() >= (leastCount));                                                \
-    } while (false)
+    for (int x = 1; x < picture.width(); ++x) {
+        if (picture.pixel(x - 1, headerY) == red && picture.pixel(x, headerY) != red)
+            header.append(x);
+        if (picture.pixel(x - 1, rowY) != picture.pixel(x, rowY))
+            rows.append(x);
+    }
+    // The header's extra column comes into sight when the others leave room.
+    if (header.size() == rows.size() + 1)
+        header.removeLast();
+    if (header != rows)
+        qDebug() << "header" << header << "rows" << rows;
+    return header == rows && rows.size() >= leastCount;
+}
 
 } // namespace
 
+// The table: header and rows stay one above the other whatever happens to widths and directions,
+// spare width is shared, and keyboard, screen reader and tooltips get at the cells.
 class KovaTableWidgetTest : public QObject
 {
     Q_OBJECT
@@ -92,7 +88,6 @@ private Q_SLOTS:
     void scrollBarHidesWhenAllRowsFit();
     void keyboardWalksTheRows();
     void cutCellsHaveTooltips();
-    void survivesWithoutColumnsAndRows();
 };
 
 void KovaTableWidgetTest::initTestCase()
@@ -131,6 +126,12 @@ void KovaTableWidgetTest::buildsHeaderAndRows()
     // Cells are read out with the names of their columns.
     QAccessibleInterface *table = QAccessible::queryAccessibleInterface(view.getTable());
     QCOMPARE(table->tableInterface()->columnDescription(2), "Event");
+
+    KovaTableWidget empty(KovaTableColumnsInfo(), nullptr);
+    showActive(&empty);
+    QCOMPARE(empty.getHeader()->sectionSize(0), kovaPx(12));
+    delete empty.getTable();
+    empty.resize(100, 100);
 }
 
 void KovaTableWidgetTest::sharesTheSpareWidth()
@@ -162,8 +163,6 @@ void KovaTableWidgetTest::sharesTheSpareWidth()
 void KovaTableWidgetTest::alignedWhenDragged()
 {
     const auto view = colourfulTable(threeColumns(), 3);
-    showActive(view.get());
-    VERIFY_ALIGNED(view, 2);
     QWindow *window = view->windowHandle();
     const auto drag = [&](const QPoint &edge, int way) {
         QTest::mousePress(window, Qt::LeftButton, {}, edge);
@@ -179,7 +178,7 @@ void KovaTableWidgetTest::alignedWhenDragged()
         const int before = header->sectionSize(1);
         drag({kovaPx(200) + before - 2, kovaPx(15)}, way);
         QCOMPARE(header->sectionSize(1), before + way);
-        VERIFY_ALIGNED(view, 3);
+        QVERIFY2(isAligned(view.get(), 3), qPrintable(QString::number(way)));
     }
     // Beyond the room that there is: the bar that comes up takes height, and no widths.
     view->resize(view->width() + 1, view->height()); // shares anew
@@ -192,7 +191,7 @@ void KovaTableWidgetTest::alignedWhenDragged()
     table->horizontalScrollBar()->setValue(60);
     drag({kovaPx(200) + 2 * share - 2, kovaPx(15)}, -40);
     QCOMPARE(table->columnWidth(2), share - 40);
-    VERIFY_ALIGNED(view, 2);
+    QVERIFY(isAligned(view.get(), 2));
     table->horizontalScrollBar()->setValue(0);
     drag({kovaPx(200) + share + 58, kovaPx(15)}, -60);
     QTRY_VERIFY(!table->horizontalScrollBar()->isVisible());
@@ -223,19 +222,18 @@ void KovaTableWidgetTest::alignedWhenScrolledSideways()
                 view->getHeader()->styleSheet().replace("-right", "-left"));
         }
         view->resize(kovaPx(400), kovaPx(200));
-        showActive(view.get());
         QScrollBar *bar = view->getTable()->horizontalScrollBar();
         QTRY_VERIFY(bar->maximum() > 0);
         for (const int value : {0, 1, 37, bar->maximum() / 2, bar->maximum() - 1, bar->maximum()}) {
             bar->setValue(value);
-            VERIFY_ALIGNED(view, 4);
+            QVERIFY2(isAligned(view.get(), 4), qPrintable(QString::number(value)));
         }
         // A wider window scrolls back.
         view->resize(kovaPx(700), kovaPx(200));
-        VERIFY_ALIGNED(view, 8);
+        QVERIFY(isAligned(view.get(), 8));
         view->getTable()->setColumnWidth(0, kovaPx(150)); // by the host
         QCOMPARE(view->getHeader()->sectionSize(0), kovaPx(150));
-        VERIFY_ALIGNED(view, 7);
+        QVERIFY(isAligned(view.get(), 7));
     }
 }
 
@@ -244,20 +242,20 @@ void KovaTableWidgetTest::hidesColumnsInBoth()
     KovaTableColumnsInfo columns = threeColumns(0.3);
     columns.addColumn("Size", 80, false, 0);
     const auto view = colourfulTable(columns, 3);
-    showActive(view.get());
     QHeaderView *rows = view->getTable()->horizontalHeader();
     const int width = view->width();
     const int before = rows->sectionSize(1);
-    const QPair<QHeaderView *, QHeaderView *> cases[] = {{view->getHeader(), view->getHeader()},
-                                                         {view->getHeader(), rows},
-                                                         {rows, view->getHeader()},
-                                                         {rows, rows}};
-    for (const auto &[hiding, showing] : cases) {
+    QHeaderView *header = view->getHeader();
+    const std::tuple<const char *, QHeaderView *, QHeaderView *> ways[] = {
+        {"header, header", header, header},
+        {"header, rows", header, rows},
+        {"rows, header", rows, header},
+        {"rows, rows", rows, rows}};
+    for (const auto &[way, hiding, showing] : ways) {
         hiding->hideSection(1);
         hiding->hideSection(0);
-        QVERIFY(rows->isSectionHidden(0) && rows->isSectionHidden(1));
-        QCOMPARE(rows->length() + kovaPx(12), view->getHeader()->length());
-        VERIFY_ALIGNED(view, 2);
+        QVERIFY2(rows->isSectionHidden(0) && rows->isSectionHidden(1), way);
+        QVERIFY2(isAligned(view.get(), 2), way);
         // No gap is left: the column that stays has the other's share too.
         QCOMPARE(rows->sectionSize(2),
                  int(0.6 * (view->getTable()->viewport()->width() - kovaPx(80))));
@@ -266,9 +264,8 @@ void KovaTableWidgetTest::hidesColumnsInBoth()
         view->resize(width - 100, view->height());
         showing->showSection(0);
         showing->showSection(1);
-        QVERIFY(qAbs(rows->sectionSize(1) - (before - 30)) <= 1);
-        QCOMPARE(rows->length() + kovaPx(12), view->getHeader()->length());
-        VERIFY_ALIGNED(view, 4);
+        QVERIFY2(qAbs(rows->sectionSize(1) - (before - 30)) <= 1, way);
+        QVERIFY2(isAligned(view.get(), 4), way);
         view->resize(width, view->height());
     }
 }
@@ -276,7 +273,6 @@ void KovaTableWidgetTest::hidesColumnsInBoth()
 void KovaTableWidgetTest::scrollBarHidesWhenAllRowsFit()
 {
     const auto view = colourfulTable(threeColumns(), 3);
-    showActive(view.get());
     QTableWidget *table = view->getTable();
     for (const int rowCount : {3, 100, 2}) {
         table->setRowCount(rowCount);
@@ -297,9 +293,7 @@ void KovaTableWidgetTest::keyboardWalksTheRows()
     showActive(&window);
     QTableWidget *table = view->getTable();
     field->setFocus();
-    press(&window, Qt::Key_Tab);
-    for (int i = 0; i < 2; ++i)
-        press(&window, Qt::Key_Down);
+    press(&window, {Qt::Key_Tab, Qt::Key_Down, Qt::Key_Down});
     QCOMPARE(table->selectionModel()->selectedRows(), {table->model()->index(2, 0)});
     // A hidden column is no place for the keyboard to be.
     view->getHeader()->hideSection(1);
@@ -312,7 +306,6 @@ void KovaTableWidgetTest::keyboardWalksTheRows()
 void KovaTableWidgetTest::cutCellsHaveTooltips()
 {
     const auto view = colourfulTable(threeColumns(), 1);
-    showActive(view.get());
     QTableWidget *table = view->getTable();
     const auto shown = [&](const QString &text, const QString &own) {
         table->item(0, 1)->setText(text);
@@ -330,15 +323,6 @@ void KovaTableWidgetTest::cutCellsHaveTooltips()
     QToolTip::hideText();
     QTRY_VERIFY(!QToolTip::isVisible());
     QCOMPARE(shown("short", QString()), QString());
-}
-
-void KovaTableWidgetTest::survivesWithoutColumnsAndRows()
-{
-    KovaTableWidget view(KovaTableColumnsInfo(), nullptr);
-    showActive(&view);
-    QCOMPARE(view.getHeader()->sectionSize(0), kovaPx(12));
-    delete view.getTable();
-    view.resize(100, 100);
 }
 
 QTEST_MAIN(KovaTableWidgetTest)

@@ -82,6 +82,14 @@ bool openInSearchPaths(QFile &file, const QUrl &name, const QStringList &searchP
     return false;
 }
 
+QByteArray readInSearchPaths(const QUrl &name, const QStringList &searchPaths, qint64 maxBytes)
+{
+    QFile file;
+    return openInSearchPaths(file, name, searchPaths) && file.size() <= maxBytes
+             ? file.read(maxBytes)
+             : QByteArray();
+}
+
 HtmlPictures::HtmlPictures(const HtmlPictureLimits &limits)
     : m_limits(limits)
 {

@@ -16,6 +16,10 @@ class QTextDocument;
 // (qrc:) are opened as well.
 [[nodiscard]] bool openInSearchPaths(QFile &file, const QUrl &name, const QStringList &searchPaths);
 
+// The bytes of that file; none if there are more than @p maxBytes.
+[[nodiscard]] QByteArray readInSearchPaths(const QUrl &name, const QStringList &searchPaths,
+                                           qint64 maxBytes);
+
 // What pictures may have and still be decoded.
 struct HtmlPictureLimits
 {

@@ -4,6 +4,7 @@
 
 #include "kovakit-qt/html/html-download-queue_p.h"
 #include "kovakit-qt/html/html-limits_p.h"
+#include "kovakit-qt/html/html-page-check_p.h"
 #include "kovakit-qt/html/html-pictures_p.h"
 #include "kovakit-qt/html/html-reading-place_p.h"
 #include "kovakit-qt/html/html-scan_p.h"
@@ -25,10 +26,10 @@ namespace {
 constexpr int gatherInterval = 40;
 
 constexpr HtmlLimits textLimits = {
-    HtmlTextBrowser::maxTextLength,     HtmlTextBrowser::maxWordLength,
-    HtmlTextBrowser::maxOpenElements,   HtmlTextBrowser::maxOpenTables,
-    HtmlTextBrowser::maxSpannedColumns, HtmlTextBrowser::maxListItems,
-    HtmlTextBrowser::maxStyleSteps,
+    HtmlTextBrowser::maxTextLength,
+    HtmlTextBrowser::maxWordLength,
+    HtmlTextBrowser::maxOpenElements,
+    HtmlTextBrowser::maxLayoutSteps,
 };
 constexpr HtmlPictureLimits pictureLimits = {
     ImageDownloader::maxBytes,
@@ -77,7 +78,10 @@ public:
     ImageDownloader *newJob(const QString &file, const QString &address);
     void end(ImageDownloader *job);
     void showPicturesAnew();
-    QVariant styleSheet(const QUrl &name, const QByteArray &bytes);
+    bool isWithinLimits(const QString &text, const QUrl &base, bool isMarkdown);
+    HtmlPageCheck::Source source(const QUrl &base) const;
+    QVariant page(const QUrl &name, bool isMarkdown);
+    QVariant styleSheet(const QUrl &name);
 
     HtmlTextBrowser *const q;
     QString baseUrl;
@@ -87,6 +91,8 @@ public:
     HtmlDownloadQueue queue{maxDownloads};
     QTimer gather;
     QSet<QString> arrivedFiles;
+    // Those of the text on show, as they were when it was checked.
+    QHash<QUrl, QByteArray> styleSheets;
 };
 
 HtmlTextBrowser::HtmlTextBrowser(QWidget *parent)
@@ -112,7 +118,7 @@ void HtmlTextBrowser::setText(const QString &text)
     if (!document()->baseUrl().isEmpty())
         document()->setBaseUrl(QUrl());
 
-    if (!Qt::mightBeRichText(text) || !isWithinLimits(text, textLimits)) {
+    if (!Qt::mightBeRichText(text) || !d->isWithinLimits(text, QUrl(), false)) {
         QTextEdit::setPlainText(shownPlain(text, textLimits));
         return;
     }
@@ -208,34 +214,61 @@ void HtmlTextBrowser::Private::showPicturesAnew()
     q->viewport()->update();
 }
 
+qint64 HtmlTextBrowser::layoutSteps(const QString &text) const
+{
+    return HtmlPageCheck(textLimits, d->source(QUrl())).check(text).steps;
+}
+
 QVariant HtmlTextBrowser::loadResource(int type, const QUrl &name)
 {
-    if (type == QTextDocument::ImageResource)
+    switch (type) {
+    case QTextDocument::ImageResource:
         return d->pictures.load(name, searchPaths());
-
-    const bool isPage =
-        type == QTextDocument::HtmlResource || type == QTextDocument::MarkdownResource;
-    const qint64 maxBytes = isPage ? maxPageBytes : maxStyleSheetBytes;
-    QByteArray bytes;
-    QFile file;
-    if (openInSearchPaths(file, name, searchPaths()) && file.size() <= maxBytes)
-        bytes = file.read(maxBytes);
-    if (isPage) {
-        const QTextCodec *codec =
-            QTextCodec::codecForHtml(bytes, QTextCodec::codecForName("UTF-8"));
-        const QString text = codec->toUnicode(bytes);
-        return isWithinLimits(text, textLimits) ? text
-                                                : shownPlain(text, textLimits).toHtmlEscaped();
+    case QTextDocument::HtmlResource:
+    case QTextDocument::MarkdownResource:
+        return d->page(name, type == QTextDocument::MarkdownResource);
+    default:
+        return d->styleSheet(name);
     }
-    return d->styleSheet(name, bytes);
+}
+
+HtmlPageCheck::Source HtmlTextBrowser::Private::source(const QUrl &base) const
+{
+    const QTextDocument *document = q->document();
+    return {base, document->defaultStyleSheet(), document->defaultFont(),
+            [paths = q->searchPaths()](const QUrl &name) {
+                return readInSearchPaths(name, paths, maxStyleSheetBytes);
+            }};
+}
+
+bool HtmlTextBrowser::Private::isWithinLimits(const QString &text, const QUrl &base,
+                                              bool isMarkdown)
+{
+    const HtmlPageCheck check(textLimits, source(base));
+    const HtmlPageCheck::Result result = isMarkdown ? check.checkMarkdown(text) : check.check(text);
+    styleSheets = result.styleSheets;
+    return result.steps <= maxLayoutSteps;
+}
+
+QVariant HtmlTextBrowser::Private::page(const QUrl &name, bool isMarkdown)
+{
+    const QByteArray bytes = readInSearchPaths(name, q->searchPaths(), maxPageBytes);
+    const QTextCodec *codec = QTextCodec::codecForHtml(bytes, QTextCodec::codecForName("UTF-8"));
+    const QString text = codec->toUnicode(bytes);
+    // Qt resolves the names in a page from there.
+    const QUrl folder = name.adjusted(QUrl::RemoveFilename);
+    const bool isShown =
+        isWithinLimits(text, folder.path().isEmpty() ? QUrl() : folder, isMarkdown);
+    return isShown ? text : shownPlain(text, textLimits).toHtmlEscaped();
 }
 
 // Qt keeps one resource for each name, of whatever type. Where it is asked for a picture and has
 // none, it looks for a file of that name itself, wherever it is; so there is always a picture.
-QVariant HtmlTextBrowser::Private::styleSheet(const QUrl &name, const QByteArray &bytes)
+QVariant HtmlTextBrowser::Private::styleSheet(const QUrl &name)
 {
     const QPixmap picture = pictures.load(name, q->searchPaths());
-    if (bytes.isEmpty() || bytes.contains("@import") || !q->source().isRelative())
+    const QByteArray bytes = styleSheets.value(name);
+    if (bytes.isEmpty() || !q->source().isRelative())
         return picture;
     pictures.handOver(q->document(), name, picture);
     return bytes;

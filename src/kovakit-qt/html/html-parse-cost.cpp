@@ -222,18 +222,22 @@ void HtmlParseScan::skipPast(QLatin1String mark)
 // for nothing that tags or style sheets are made of.
 QChar HtmlParseScan::readChar()
 {
-    constexpr int longestEntity = 8;
+    constexpr int longestEntity = 9;
     const QChar c = m_text.at(m_at++);
     if (c != QLatin1Char('&') || !atChar('#'))
         return c;
-    const QString entity = m_text.mid(m_at, longestEntity + 1);
-    const QString number = entity.mid(1, entity.indexOf(QLatin1Char(';')) - 1);
+    // The end of the text ends an entity, too.
+    const QString entity = m_text.mid(m_at, longestEntity);
+    int end = entity.indexOf(QLatin1Char(';'));
+    if (end < 0 && m_at + entity.size() == m_text.size())
+        end = entity.size();
+    const QString number = entity.mid(1, qMax(0, end - 1));
     const bool isHex = number.startsWith(QLatin1Char('x'), Qt::CaseInsensitive);
     bool isNumber = false;
     const uint code = number.mid(isHex ? 1 : 0).toUInt(&isNumber, isHex ? 16 : 10);
     if (!isNumber || number.simplified().size() != number.size())
         return c;
-    m_at += number.size() + 2;
+    m_at = qMin(m_at + end + 1, m_text.size());
     return code > 0xFFFF ? QChar(QChar::ReplacementCharacter) : QChar(ushort(code));
 }
 

@@ -118,6 +118,11 @@ QString StyleManager::getStyleSheet(const QString &key, bool noScale) const
     return noScale ? found->second : DPIinfo::getInstance()->getScaledStyleSheet(found->second);
 }
 
+bool StyleManager::hasStyleSheet(const QString &key) const
+{
+    return m_styleSheets.count(key) > 0;
+}
+
 QString getStyleSheet(const char *key, bool noScale)
 {
     return getStyleSheet(QString::fromLatin1(key), noScale);

@@ -46,6 +46,9 @@ public:
      */
     [[nodiscard]] QString getStyleSheet(const QString &key, bool noScale) const;
 
+    /** Whether there is a text for @p key. For looks that a theme may do without. */
+    [[nodiscard]] bool hasStyleSheet(const QString &key) const;
+
 private:
     StyleManager() = default;
     Q_DISABLE_COPY(StyleManager)

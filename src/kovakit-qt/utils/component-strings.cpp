@@ -37,3 +37,10 @@ QString componentString(const char *key)
 {
     return ComponentStrings::getInstance()->getString(QString::fromLatin1(key));
 }
+
+QString componentString(const char *key, const char *substitute)
+{
+    const ComponentStrings *strings = ComponentStrings::getInstance();
+    const QString name = QString::fromLatin1(key);
+    return strings->hasString(name) ? strings->getString(name) : QString::fromUtf8(substitute);
+}

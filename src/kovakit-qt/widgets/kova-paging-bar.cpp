@@ -2,16 +2,16 @@
 
 #include "kova-paging-bar.h"
 
+#include "arrow-button_p.h"
+
 #include "kovakit-qt/utils/component-strings_p.h"
 
 #include <kovakit-qt/style/dpi-info.h>
 #include <kovakit-qt/style/style-manager.h>
-#include <kovakit-qt/utils/component-strings.h>
 #include <kovakit-qt/widgets/kova-button.h>
 #include <kovakit-qt/widgets/kova-icon-button.h>
 #include <kovakit-qt/widgets/kova-paging-model.h>
 
-#include <QCoreApplication>
 #include <QEvent>
 #include <QHBoxLayout>
 #include <QLabel>
@@ -25,32 +25,21 @@ namespace {
 constexpr int currentIndex = 2;
 constexpr int jump = 5;
 
-// Hosts may do without these words, so that nobody has to be warned of their absence.
-QString optionalString(const QString &key, const QString &substitute)
-{
-    const ComponentStrings *strings = ComponentStrings::getInstance();
-    return strings->hasString(key) ? strings->getString(key) : substitute;
-}
-
 KovaIconButton *makeIconButton(const char *imageName, const char *tooltipKey)
 {
     auto *button = new KovaIconButton(QString::fromLatin1(imageName));
-    const QString text = componentString(tooltipKey);
-    button->setToolTip(text);
-    button->setAccessibleName(text);
+    nameButton(button, componentString(tooltipKey));
     return button;
 }
 
 QString pageName(qint64 number)
 {
-    return optionalString(QStringLiteral("accessible_page"), QStringLiteral("%1")).arg(number);
+    return componentString("accessible_page", "%1").arg(number);
 }
 
 QString currentPageDescription(int page, int pageCount)
 {
-    return optionalString(QStringLiteral("accessible_current_page"), QStringLiteral("%1 / %2"))
-        .arg(page)
-        .arg(pageCount);
+    return componentString("accessible_current_page", "%1 / %2").arg(page).arg(pageCount);
 }
 
 } // namespace
@@ -151,16 +140,10 @@ void KovaPagingBar::changeEvent(QEvent *event)
 
 void KovaPagingBar::Private::showArrows()
 {
-    const auto show = [this](KovaIconButton *button, const char *image, const char *mirrored) {
-        button->setAllIcon(QLatin1String(q->isRightToLeft() ? mirrored : image));
-        // New pictures show as at rest, enabled or not.
-        QEvent state(QEvent::EnabledChange);
-        QCoreApplication::sendEvent(button, &state);
-    };
-    show(firstButton, "bt_pagebar_backend", "bt_pagebar_nextend");
-    show(backButton, "bt_pagebar_back", "bt_pagebar_next");
-    show(forwardButton, "bt_pagebar_next", "bt_pagebar_back");
-    show(lastButton, "bt_pagebar_nextend", "bt_pagebar_backend");
+    showArrow(firstButton, "bt_pagebar_backend", "bt_pagebar_nextend");
+    showArrow(backButton, "bt_pagebar_back", "bt_pagebar_next");
+    showArrow(forwardButton, "bt_pagebar_next", "bt_pagebar_back");
+    showArrow(lastButton, "bt_pagebar_nextend", "bt_pagebar_backend");
 }
 
 void KovaPagingBar::Private::addPageButtons()

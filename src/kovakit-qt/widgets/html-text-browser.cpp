@@ -4,16 +4,22 @@
 
 #include "kovakit-qt/html/html-download-queue_p.h"
 #include "kovakit-qt/html/html-limits_p.h"
+#include "kovakit-qt/html/html-link-guard_p.h"
 #include "kovakit-qt/html/html-page-check_p.h"
 #include "kovakit-qt/html/html-pictures_p.h"
 #include "kovakit-qt/html/html-reading-place_p.h"
 #include "kovakit-qt/html/html-scan_p.h"
+#include "kovakit-qt/utils/keys_p.h"
 #include "kovakit-qt/utils/safe-file_p.h"
+
+#include <kovakit-qt/style/dpi-info.h>
 
 #include <QAbstractTextDocumentLayout>
 #include <QDir>
 #include <QFileInfo>
+#include <QHelpEvent>
 #include <QMap>
+#include <QMouseEvent>
 #include <QScrollBar>
 #include <QTemporaryDir>
 #include <QTextCodec>
@@ -72,8 +78,15 @@ public:
     {
         gather.setSingleShot(true);
         connect(&gather, &QTimer::timeout, q, [this] { showPicturesAnew(); });
+        connect(q, &QTextBrowser::sourceChanged, q, [this] {
+            if (isTextDue)
+                showText();
+        });
     }
 
+    [[nodiscard]] bool isTextShown() const;
+    void showText();
+    bool goBy(int step);
     void beginDownloads(const QString &text);
     ImageDownloader *newJob(const QString &file, const QString &address);
     void end(ImageDownloader *job);
@@ -84,6 +97,15 @@ public:
     QVariant styleSheet(const QUrl &name);
 
     HtmlTextBrowser *const q;
+    // What setText() shows, and whether it is rich and to be shown once the source has changed.
+    QString pageText;
+    QHash<QUrl, QByteArray> pageStyleSheets;
+    bool isRich = false;
+    bool isTextDue = false;
+    bool isTextInHistory = false;
+    int pageMargin = -1;
+    HtmlLinkGuard links{q};
+    QString pressedLink;
     QString baseUrl;
     // Each job is deleted later, whoever ends it: it may be in the middle of its signal.
     QMap<QString, ImageDownloader *> downloaders;
@@ -115,15 +137,53 @@ void HtmlTextBrowser::setText(const QString &text)
     d->gather.stop();
     d->arrivedFiles.clear();
     d->pictures.clear(document());
-    if (!document()->baseUrl().isEmpty())
-        document()->setBaseUrl(QUrl());
 
-    if (!Qt::mightBeRichText(text) || !d->isWithinLimits(text, QUrl(), false)) {
-        QTextEdit::setPlainText(shownPlain(text, textLimits));
+    d->isRich = Qt::mightBeRichText(text) && d->isWithinLimits(text, QUrl(), false);
+    d->pageText = d->isRich ? text : shownPlain(text, textLimits);
+    d->pageStyleSheets = d->styleSheets;
+    if (d->isRich)
+        d->beginDownloads(text);
+    d->isTextDue = true;
+    if (!d->isTextInHistory) {
+        d->showText();
         return;
     }
-    d->beginDownloads(text);
-    QTextEdit::setText(text);
+    QTextBrowser::setSource(textSource());
+    clearHistory();
+}
+
+void HtmlTextBrowser::Private::showText()
+{
+    isTextDue = false;
+    styleSheets = pageStyleSheets;
+    if (!q->document()->baseUrl().isEmpty())
+        q->document()->setBaseUrl(QUrl());
+    if (isRich)
+        q->QTextEdit::setHtml(pageText);
+    else
+        q->QTextEdit::setPlainText(pageText);
+}
+
+QUrl HtmlTextBrowser::textSource()
+{
+    // Links of the text are resolved against it: its path has to be empty.
+    return QUrl(QStringLiteral("?"));
+}
+
+bool HtmlTextBrowser::Private::isTextShown() const
+{
+    return q->source().path().isEmpty();
+}
+
+int HtmlTextBrowser::pageMargin() const
+{
+    return d->pageMargin;
+}
+
+void HtmlTextBrowser::setPageMargin(int margin)
+{
+    d->pageMargin = margin;
+    document()->setDocumentMargin(kovaPx(margin));
 }
 
 void HtmlTextBrowser::Private::beginDownloads(const QString &text)
@@ -183,7 +243,7 @@ void HtmlTextBrowser::slotDownloadFinished(QString url, int)
 
 void HtmlTextBrowser::reload()
 {
-    if (!source().isEmpty() && d->arrivedFiles.isEmpty()) {
+    if (!d->isTextShown() && d->arrivedFiles.isEmpty()) {
         QTextBrowser::reload();
         return;
     }
@@ -252,6 +312,12 @@ bool HtmlTextBrowser::Private::isWithinLimits(const QString &text, const QUrl &b
 
 QVariant HtmlTextBrowser::Private::page(const QUrl &name, bool isMarkdown)
 {
+    // The source of the text, perhaps resolved against that of a page.
+    if (name.hasQuery() && name.query().isEmpty()) {
+        isTextDue = true;
+        isTextInHistory = true;
+        return QStringLiteral(" ");
+    }
     const QByteArray bytes = readInSearchPaths(name, q->searchPaths(), maxPageBytes);
     const QTextCodec *codec = QTextCodec::codecForHtml(bytes, QTextCodec::codecForName("UTF-8"));
     const QString text = codec->toUnicode(bytes);
@@ -272,4 +338,66 @@ QVariant HtmlTextBrowser::Private::styleSheet(const QUrl &name)
         return picture;
     pictures.handOver(q->document(), name, picture);
     return bytes;
+}
+
+bool HtmlTextBrowser::Private::goBy(int step)
+{
+    if (step < 0)
+        q->backward();
+    else if (step > 0)
+        q->forward();
+    return step != 0;
+}
+
+void HtmlTextBrowser::keyPressEvent(QKeyEvent *event)
+{
+    if (d->goBy(pageStep(event, layoutDirection())))
+        event->accept();
+    else if (isReturn(event) && d->links.isRefused(d->links.focusedLink()))
+        d->links.explainFocusedLink();
+    else
+        QTextBrowser::keyPressEvent(event);
+}
+
+void HtmlTextBrowser::mousePressEvent(QMouseEvent *event)
+{
+    if (pageStep(event->button()) != 0)
+        return;
+    d->pressedLink = anchorAt(event->pos());
+    QTextBrowser::mousePressEvent(event);
+}
+
+void HtmlTextBrowser::mouseReleaseEvent(QMouseEvent *event)
+{
+    if (d->goBy(pageStep(event->button())))
+        return;
+    if (!d->links.isRefused(d->pressedLink)) {
+        QTextBrowser::mouseReleaseEvent(event);
+        return;
+    }
+    const Qt::TextInteractionFlags flags = textInteractionFlags();
+    setTextInteractionFlags(flags & ~Qt::LinksAccessibleByMouse);
+    QTextBrowser::mouseReleaseEvent(event);
+    setTextInteractionFlags(flags);
+    if (event->button() == Qt::LeftButton && anchorAt(event->pos()) == d->pressedLink)
+        d->links.explain(event->globalPos());
+}
+
+bool HtmlTextBrowser::focusNextPrevChild(bool next)
+{
+    const bool moved = QTextBrowser::focusNextPrevChild(next);
+    d->links.describe();
+    return moved;
+}
+
+bool HtmlTextBrowser::viewportEvent(QEvent *event)
+{
+    if (event->type() == QEvent::ToolTip) {
+        const auto *help = static_cast<QHelpEvent *>(event);
+        if (d->links.isRefused(anchorAt(help->pos()))) {
+            d->links.explain(help->globalPos());
+            return true;
+        }
+    }
+    return QTextBrowser::viewportEvent(event);
 }

@@ -31,11 +31,21 @@
  * #maxLayoutSteps. Shown plain, a text is cut at #maxTextLength, or where it takes too many steps
  * even so, and its words are broken at #maxWordLength. layoutSteps() tells what a text takes.
  *
+ * While openLinks and openExternalLinks are on, as Qt calls them, links to http, https and mailto
+ * addresses are handed to the desktop, and relative links are followed in the search paths. Links
+ * to other programs do nothing; a tooltip and the accessible description say so. With either of
+ * the two off the host is told of links as QTextBrowser does it.
+ *
+ * Back and Forward are the arrow keys with Alt, mirrored from right to left, Backspace for Back,
+ * and the mouse buttons for it. A host that wants the text of setText() to be the first page of
+ * this history calls setSource(textSource()) once, before it.
+ *
  * GUI thread only.
  */
 class KOVAKIT_EXPORT HtmlTextBrowser : public QTextBrowser
 {
     Q_OBJECT
+    Q_PROPERTY(int pageMargin READ pageMargin WRITE setPageMargin)
 
 public:
     /** The longest text that is shown, in characters. */
@@ -87,6 +97,22 @@ public:
     void setText(const QString &text);
 
     /**
+     * The source that stands for the text of setText(), for setSource().
+     *
+     * Once it has been the source, a page that is reached by a link has a way back to the text, and
+     * each new text begins a new history with this source.
+     */
+    [[nodiscard]] static QUrl textSource();
+
+    /** The distance of the text from the edges, in design pixels; -1 until one is set, which is
+     * Qt's own. */
+    [[nodiscard]] int pageMargin() const;
+
+    /** Sets the distance of the text from the edges to @p margin design pixels. Style sheets set it
+     * as "qproperty-pageMargin". */
+    void setPageMargin(int margin);
+
+    /**
      * How many steps it takes to show @p text in this browser, at most one more than
      * #maxLayoutSteps: as many for a text that is shown plain, whatever the reason. For those who
      * write pages, to see how far they are from the limit.
@@ -117,6 +143,18 @@ public Q_SLOTS:
      * does it.
      */
     void reload() override;
+
+protected:
+    /** Goes through the history, and keeps Return from a link that is not to be followed. */
+    void keyPressEvent(QKeyEvent *event) override;
+    /** Notes the link under the pointer, and takes the buttons for the history. */
+    void mousePressEvent(QMouseEvent *event) override;
+    /** Goes through the history, and keeps a click from a link that is not to be followed. */
+    void mouseReleaseEvent(QMouseEvent *event) override;
+    /** Tells assistive technology of a link that is not to be followed. */
+    bool focusNextPrevChild(bool next) override;
+    /** Shows the tooltip of such a link. */
+    bool viewportEvent(QEvent *event) override;
 
 private:
     class Private;

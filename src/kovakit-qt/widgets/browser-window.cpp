@@ -2,22 +2,20 @@
 
 #include "browser-window.h"
 
+#include "page-frame_p.h"
+
 #include "kovakit-qt/network/plain-access-manager_p.h"
 
-#include <kovakit-qt/style/dpi-info.h>
 #include <kovakit-qt/style/style-manager.h>
 
-#include <QEvent>
 #include <QNetworkReply>
 #include <QNetworkRequest>
-#include <QProgressBar>
+#include <QPointer>
 #include <QTimer>
-#include <QVBoxLayout>
 
 namespace {
 
 constexpr int queryTimeout = 10000;
-constexpr double designBusyHeight = 3;
 
 bool isTooLong(const QNetworkReply *reply)
 {
@@ -30,52 +28,37 @@ bool isTooLong(const QNetworkReply *reply)
 class BrowserWindow::Private
 {
 public:
-    explicit Private(HtmlTextBrowser *browser)
-        : busy(new QProgressBar(browser))
+    Private(BrowserWindow *window, HtmlTextBrowser *browser)
+        : frame(window, browser)
     {
-        busy->setObjectName(QStringLiteral("busyBar"));
-        busy->setRange(0, 0);
-        busy->setTextVisible(false);
-        busy->setFixedHeight(qMax(1, kovaPx(designBusyHeight)));
-        busy->setStyleSheet(getStyleSheet("component.help_busy", false));
-        busy->hide();
     }
 
-    void placeBusyBar()
-    {
-        busy->setGeometry(0, 0, busy->parentWidget()->width(), busy->height());
-        busy->raise();
-    }
-
+    PageFrame frame;
     std::unique_ptr<QNetworkAccessManager> manager;
     std::unique_ptr<QTimer> timer;
-    QProgressBar *const busy;
     int running = 0;
 };
 
 BrowserWindow::BrowserWindow(QWidget *parent)
     : QDialog(parent)
     , m_browser(new HtmlTextBrowser(this))
-    , d(std::make_unique<Private>(m_browser))
+    , d(std::make_unique<Private>(this, m_browser))
 {
     m_browser->setOpenExternalLinks(true);
+    m_browser->setSource(HtmlTextBrowser::textSource());
     // A link leads to another page with a title of its own.
     connect(m_browser, &QTextBrowser::sourceChanged, this,
             [this] { m_browser->setAccessibleName(m_browser->documentTitle()); });
+    connect(&d->frame, &PageFrame::retried, this, [this] { reload(); });
     init();
-    auto *box = new QVBoxLayout(this);
-    box->addWidget(m_browser);
     setWindowModality(Qt::ApplicationModal);
     setStyleSheet(getStyleSheet("component.scrollbar", false));
-
-    m_browser->installEventFilter(this);
     m_browser->setFocus();
 }
 
 BrowserWindow::~BrowserWindow()
 {
     d->manager->disconnect(this);
-    m_browser->removeEventFilter(this);
 }
 
 void BrowserWindow::init()
@@ -101,8 +84,7 @@ void BrowserWindow::query()
     connect(reply, &QNetworkReply::metaDataChanged, reply, guardSize);
     connect(reply, &QNetworkReply::readyRead, reply, guardSize);
     ++d->running;
-    d->placeBusyBar();
-    d->busy->show();
+    d->frame.setLoading(true);
 }
 
 void BrowserWindow::reload()
@@ -125,9 +107,13 @@ void BrowserWindow::slotReceiveReply(QNetworkReply *reply)
     m_timer->stop();
     reply->deleteLater();
     d->running = qMax(0, d->running - 1);
-    d->busy->setVisible(d->running > 0);
+    d->frame.setLoading(d->running > 0);
     if (!isAnswer(reply) || isTooLong(reply)) {
+        const QPointer<BrowserWindow> guard(this);
+        d->frame.beginFallback();
         fallbackOffline();
+        if (guard)
+            d->frame.endFallback();
         return;
     }
     // Reading takes as long as the square of the number of pieces in which the page has come.
@@ -145,11 +131,4 @@ void BrowserWindow::showPage(const QString &text)
 {
     m_browser->setText(text);
     m_browser->setAccessibleName(m_browser->documentTitle());
-}
-
-bool BrowserWindow::eventFilter(QObject *watched, QEvent *event)
-{
-    if (watched == m_browser && event->type() == QEvent::Resize)
-        d->placeBusyBar();
-    return QDialog::eventFilter(watched, event);
 }

@@ -19,8 +19,21 @@ class QTimer;
  *
  * When the page cannot be had within ten seconds fallbackOffline() is called, which a subclass
  * fills; HelpWindow is that for help articles. While a fetch runs a busy bar lies on the upper edge
- * of the page, styled by "component.help_busy". Escape closes the dialog, links open in the
- * desktop's browser. The dialog has no size and no title of its own; give it both.
+ * of the page, and an empty page says in words that it is being loaded. If fallbackOffline() shows
+ * nothing either, the dialog says that the page could not be loaded, with a button to try again.
+ * The dialog has no size and no title of its own; give it both.
+ *
+ * Links to http, https and mailto addresses open in the desktop's programs; relative links are
+ * followed in the page's search paths, and two buttons for Back and Forward appear with the first.
+ * Their keys are Alt with the arrow keys, and Backspace. Ctrl+F opens a bar to find words in the
+ * page: Return and F3 go to the next match, with Shift to the previous one. Escape closes the bar,
+ * then the dialog.
+ *
+ * The look is that of the style keys "component.help_page", "component.help_document" (a style
+ * sheet for the text), "component.help_bar", "component.help_notice" and "component.help_busy".
+ * Without the first the page is a plain text browser within the margins of the desktop's style. The
+ * words are strings whose keys begin with "help_"; English ones stand in for those that are
+ * missing.
  *
  * The application's proxy settings hold for the fetch; cookies are neither kept nor sent. A
  * redirect is not followed: like a page that is sent compressed, though it was not asked for like
@@ -72,9 +85,6 @@ public Q_SLOTS:
     void slotQueryTimeout();
 
 protected:
-    /** Keeps the busy bar on the upper edge of the page. */
-    bool eventFilter(QObject *watched, QEvent *event) override;
-
     /** Makes the network manager and the timer. */
     void init();
 

@@ -88,10 +88,14 @@ HelpSite::HelpSite()
         const QString folder = m_folder.filePath(language);
         QDir().mkpath(folder + QLatin1String("/pictures"));
         const QString note = isGerman(language)
-                               ? QStringLiteral("<i>Dies ist die Seite aus der Offline-Hilfe.</i>")
-                               : QStringLiteral("<i>This is the page of the offline help.</i>");
+                               ? QStringLiteral("<i>Dies ist die Seite aus der Offline-Hilfe.</i> "
+                                                "<a href=\"restore.html\">Wiederherstellen</a>")
+                               : QStringLiteral("<i>This is the page of the offline help.</i> "
+                                                "<a href=\"restore.html\">Restore a folder</a>");
         write(folder + QLatin1String("/backup.html"),
               article(language, QString(), note, QStringLiteral("pictures/")));
+        write(folder + QLatin1String("/restore.html"),
+              article(language + QLatin1String("-restore"), QString(), QString(), QString()));
         write(folder + QLatin1String("/pictures/folder.png"), folderPicture());
         write(folder + QLatin1String("/pictures/chart.png"), chartPicture());
     }
@@ -102,7 +106,7 @@ HelpSite::HelpSite()
 void HelpSite::setMode(Mode mode)
 {
     m_mode = mode;
-    if (mode == Gone)
+    if (mode == Gone || mode == Nothing)
         m_server.close();
     else if (!m_server.isListening() && m_server.listen(QHostAddress::LocalHost, m_port))
         m_port = m_server.serverPort();
@@ -111,6 +115,11 @@ void HelpSite::setMode(Mode mode)
 QString HelpSite::address() const
 {
     return QStringLiteral("http://127.0.0.1:%1").arg(m_port);
+}
+
+QString HelpSite::offlinePage() const
+{
+    return m_mode == Nothing ? QStringLiteral("missing.html") : QStringLiteral("backup.html");
 }
 
 void HelpSite::accept()

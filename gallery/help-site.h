@@ -14,8 +14,8 @@ class HelpSite : public QObject
     Q_OBJECT
 
 public:
-    // How the server treats a request.
-    enum Mode { Answers, NotFound, Slow, Silent, Gone };
+    // How the server treats a request. With Nothing it is gone, and there is no offline page.
+    enum Mode { Answers, NotFound, Slow, Silent, Gone, Nothing };
 
     HelpSite();
 
@@ -24,8 +24,9 @@ public:
     // The server, for HelpWindow::setKnowledgeBaseHost().
     [[nodiscard]] QString address() const;
 
-    // The folder of the offline help.
+    // The folder of the offline help, and its page.
     [[nodiscard]] QString offlineFolder() const { return m_folder.path(); }
+    [[nodiscard]] QString offlinePage() const;
 
 private:
     void accept();

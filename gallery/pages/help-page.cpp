@@ -13,6 +13,7 @@
 
 #include <QApplication>
 #include <QButtonGroup>
+#include <QKeyEvent>
 #include <QProgressBar>
 
 namespace {
@@ -44,6 +45,28 @@ bool isComplete()
         || (shows("pictures/folder.png") && shows("pictures/chart.png"));
 }
 
+void pressKey(QWidget *window, int key, Qt::KeyboardModifiers modifiers, const QString &text)
+{
+    QKeyEvent press(QEvent::KeyPress, key, modifiers, text);
+    QCoreApplication::sendEvent(window->focusWidget(), &press);
+}
+
+// Whether the second page is there; if not, follows the link to it and finds a word.
+bool hasFound()
+{
+    HelpWindow *window = openWindow();
+    if (!window || isBusy())
+        return false;
+    auto *browser = window->findChild<HtmlTextBrowser *>();
+    if (!browser->source().path().isEmpty())
+        return true;
+    browser->setSource(QUrl(QStringLiteral("restore.html")));
+    pressKey(window, Qt::Key_F, Qt::ControlModifier, QString());
+    for (const QChar letter : QStringLiteral("copy"))
+        pressKey(window, letter.toUpper().unicode(), Qt::NoModifier, letter);
+    return false;
+}
+
 } // namespace
 
 HelpPage::HelpPage()
@@ -57,6 +80,15 @@ HelpPage::HelpPage()
     addScene(
         QStringLiteral("offline"), [this] { openHelp(QStringLiteral("deu"), HelpSite::Gone); },
         isComplete);
+    addScene(
+        QStringLiteral("loading"), [this] { openHelp(QStringLiteral("enu"), HelpSite::Silent); },
+        isBusy);
+    addScene(
+        QStringLiteral("nothing"), [this] { openHelp(QStringLiteral("enu"), HelpSite::Nothing); },
+        [] { return openWindow() && !isBusy(); });
+    addScene(
+        QStringLiteral("find"), [this] { openHelp(QStringLiteral("enu"), HelpSite::Gone); },
+        hasFound);
 }
 
 QWidget *HelpPage::makeServerCard()
@@ -76,6 +108,7 @@ QWidget *HelpPage::makeServerCard()
          tr("The article shows after two seconds, its pictures two later.")},
         {HelpSite::Silent, tr("Silent"), tr("The offline page shows after ten seconds.")},
         {HelpSite::Gone, tr("Gone"), tr("Nobody listens: the offline page shows at once.")},
+        {HelpSite::Nothing, tr("Nothing"), tr("There is no offline page either.")},
     };
     for (const auto &row : rows) {
         auto *button = new KovaRadioButton(row.name);
@@ -89,7 +122,8 @@ QWidget *HelpPage::makeServerCard()
 QWidget *HelpPage::makeLanguageCard()
 {
     auto *card =
-        new Card(tr("The help window"), tr("Escape closes it. Links open outside of the program."));
+        new Card(tr("The help window"), tr("Escape closes it, Ctrl+F finds words. The offline "
+                                           "page leads to another one and back."));
     auto *english = new KovaButton(tr("Help in English"), KovaButton::Apply);
     auto *german = new KovaButton(tr("Help in German"), KovaButton::Standard);
     const auto open = [this](const char *language) {
@@ -109,7 +143,7 @@ void HelpPage::openHelp(const QString &language, HelpSite::Mode mode)
     HelpContext context;
     context.lang = language;
     context.offlineHelpDir = m_site.offlineFolder();
-    context.link = QStringLiteral("backup.html");
+    context.link = m_site.offlinePage();
     context.section = QStringLiteral("gallery");
     context.version = QStringLiteral("1.0");
     auto *help = new HelpWindow(context, window());

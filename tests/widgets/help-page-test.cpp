@@ -396,11 +396,14 @@ void HelpPageTest::wearsTheTheme()
                     "qproperty-pageMargin: 40; }\n"
                     "== component.help_document ==\na { color: #88CCFF; }\n");
     StyleManager::getInstance()->initialize({dark});
-    BrowserWindow window(nullptr);
+    QWidget parent;
+    parent.setStyleSheet("QToolTip { color: red; }");
+    BrowserWindow window(&parent);
     window.resize(400, 300);
     HtmlTextBrowser *browser = browserOf(window);
     browser->setText("<a href=\"https://a.example/\">link</a>");
     showActive(&window);
+    QCOMPARE(browser->verticalScrollBar()->sizeHint().width(), kovaPx(12));
     QCOMPARE(window.grab().toImage().pixelColor(10, 200), QColor("#101010"));
     QCOMPARE(browser->palette().color(QPalette::Text), QColor("#EEEEEE"));
     QTextCursor link(browser->document());

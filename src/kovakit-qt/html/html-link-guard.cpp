@@ -75,7 +75,9 @@ void HtmlLinkGuard::explain(const QPoint &position) const
 
 void HtmlLinkGuard::explainFocusedLink() const
 {
-    explain(m_browser->viewport()->mapToGlobal(m_browser->cursorRect().bottomLeft()));
+    QTextCursor start = m_browser->textCursor();
+    start.setPosition(start.selectionStart());
+    explain(m_browser->viewport()->mapToGlobal(m_browser->cursorRect(start).bottomLeft()));
 }
 
 void HtmlLinkGuard::describe()

@@ -23,6 +23,14 @@ bool isTooLong(const QNetworkReply *reply)
     return qMax(announced, reply->bytesAvailable()) > BrowserWindow::maxPageBytes;
 }
 
+// Where the parent of @p window has a style sheet, scroll bars made before that of the window would
+// never wear it.
+HtmlTextBrowser *makeBrowser(BrowserWindow *window)
+{
+    window->setStyleSheet(getStyleSheet("component.scrollbar", false));
+    return new HtmlTextBrowser(window);
+}
+
 } // namespace
 
 class BrowserWindow::Private
@@ -41,7 +49,7 @@ public:
 
 BrowserWindow::BrowserWindow(QWidget *parent)
     : QDialog(parent)
-    , m_browser(new HtmlTextBrowser(this))
+    , m_browser(makeBrowser(this))
     , d(std::make_unique<Private>(this, m_browser))
 {
     m_browser->setOpenExternalLinks(true);
@@ -52,7 +60,6 @@ BrowserWindow::BrowserWindow(QWidget *parent)
     connect(&d->frame, &PageFrame::retried, this, [this] { reload(); });
     init();
     setWindowModality(Qt::ApplicationModal);
-    setStyleSheet(getStyleSheet("component.scrollbar", false));
     m_browser->setFocus();
 }
 

@@ -45,6 +45,7 @@
 class KOVAKIT_EXPORT HtmlTextBrowser : public QTextBrowser
 {
     Q_OBJECT
+    /** The distance of the text from the edges, in design pixels. */
     Q_PROPERTY(int pageMargin READ pageMargin WRITE setPageMargin)
 
 public:

@@ -19,18 +19,6 @@ QList<QPushButton *> nameButtons(const KovaButtonPath &bar)
     return names;
 }
 
-// The part of the bar that the button of the menu leaves free.
-QRect freePart(const KovaButtonPath &bar)
-{
-    QRect rest = bar.viewport()->geometry();
-    const QRect button = bar.findChild<QToolButton *>()->geometry();
-    if (bar.isRightToLeft())
-        rest.setRight(button.left() - 1);
-    else
-        rest.setLeft(button.right() + 1);
-    return rest;
-}
-
 // Decides about its menu whenever it gets another width.
 class FollowingBar : public KovaButtonPath
 {
@@ -47,19 +35,26 @@ protected:
 };
 
 const QString deepPath = "/home/ada/Documents/Correspondence/2024/Letters to the publisher/Drafts";
+const QString longName = "home/" + QString(40, 'x');
+
+using Way = std::function<void()>;
 
 } // namespace
 
+Q_DECLARE_METATYPE(Way)
+
+// The row of folders: what it shows, how it is used, and owners that answer from inside the click
+// of a button which their answer deletes.
 class KovaButtonPathTest : public QObject
 {
     Q_OBJECT
 
 private Q_SLOTS:
-    void initTestCase() { setUpHost(); }
+    void initTestCase();
     void init();
     void cleanup() { m_window.reset(); }
     void splitsPaths();
-    void sizesButtons();
+    void sizesAndDescribesButtons();
     void showsAwkwardNames();
     void clickingAFolderTellsItsPath();
     void rowThatFitsHasNoMenu();
@@ -68,17 +63,33 @@ private Q_SLOTS:
     void isWalkedByKeyboard();
     void isMirroredFromRightToLeft();
     void refreshKeepsTheFocus();
-    void isAToolBarToScreenReaders();
+    void ownerAnswersAtOnceThenEndsTheBar_data();
+    void ownerAnswersAtOnceThenEndsTheBar();
+    void menuIsChosenFromTwiceWhileBusy();
+    void changesUnderTheOpenMenu();
 
 private:
     void show(const QString &path);
+    void type(QWidget *button, Qt::Key key);
+    void chooseFirst(const std::function<void()> &open);
     [[nodiscard]] QToolButton *folderButton() const { return m_bar->findChild<QToolButton *>(); }
+    [[nodiscard]] QPushButton *lastName() const { return nameButtons(*m_bar).constLast(); }
+
+    // Where the part of the bar begins that the button of the menu leaves free.
+    [[nodiscard]] int freeFrom() const { return folderButton()->geometry().right() + 1; }
 
     std::unique_ptr<QDialog> m_window;
     QLineEdit *m_before = nullptr;
-    KovaButtonPath *m_bar = nullptr;
+    QPointer<KovaButtonPath> m_bar;
     QLineEdit *m_after = nullptr;
 };
+
+void KovaButtonPathTest::initTestCase()
+{
+    setUpHost();
+    // With a screen reader running, Qt asks for the interface while the bar is made.
+    QAccessible::setActive(true);
+}
 
 void KovaButtonPathTest::init()
 {
@@ -114,7 +125,7 @@ void KovaButtonPathTest::splitsPaths()
     }
 }
 
-void KovaButtonPathTest::sizesButtons()
+void KovaButtonPathTest::sizesAndDescribesButtons()
 {
     show("home/ada");
     const double scale = qEnvironmentVariableIntValue("QT_FONT_DPI") / 96.0;
@@ -129,6 +140,13 @@ void KovaButtonPathTest::sizesButtons()
     }
     QCOMPARE(m_bar->cellWidget(0, 1)->size(), QSize(int(6 * scale), int(28 * scale)));
     QVERIFY2(!m_bar->verticalScrollBar()->isVisible(), "there is nothing to scroll up or down");
+
+    QVector<QAccessible::Role> roles;
+    for (QWidget *part :
+         {static_cast<QWidget *>(m_bar), m_bar->cellWidget(0, 0), m_bar->cellWidget(0, 1)})
+        roles.append(QAccessible::queryAccessibleInterface(part)->role());
+    QCOMPARE(roles,
+             (QVector{QAccessible::ToolBar, QAccessible::PushButton, QAccessible::Separator}));
 }
 
 void KovaButtonPathTest::showsAwkwardNames()
@@ -139,7 +157,7 @@ void KovaButtonPathTest::showsAwkwardNames()
         show(name + '/' + name + "/end");
         QPushButton *button = nameButtons(*m_bar).at(1);
         QCOMPARE(spoken(button), name);
-        QVERIFY(button->shortcut().isEmpty());
+        QVERIFY2(button->shortcut().isEmpty(), qPrintable(name));
         QCOMPARE(m_bar->getPath(2), name + '/' + name);
         if (folderButton()->isVisible())
             QCOMPARE(folderButton()->menu()->actions().constFirst()->text(), button->text());
@@ -160,9 +178,9 @@ void KovaButtonPathTest::clickingAFolderTellsItsPath()
     QCOMPARE(picked.count(), 3);
 
     show("first/" + QString(100, 'x'));
-    const QPushButton *last = nameButtons(*m_bar).at(1);
-    click(last, last->rect().bottomRight() - QPoint(5, 5));
-    QVERIFY2(last->geometry().right() + 1 == m_bar->viewport()->width(), "a press scrolls nothing");
+    click(lastName(), lastName()->rect().bottomRight() - QPoint(5, 5));
+    QVERIFY2(lastName()->geometry().right() + 1 == m_bar->viewport()->width(),
+             "a press scrolls nothing");
     QCOMPARE(picked.count(), 4);
 }
 
@@ -171,7 +189,7 @@ void KovaButtonPathTest::rowThatFitsHasNoMenu()
     m_window->resize(kovaPx(1600), m_window->height());
     show(deepPath);
     const int frame = m_bar->width() - m_bar->viewport()->width();
-    const int row = nameButtons(*m_bar).constLast()->geometry().right() + 1;
+    const int row = lastName()->geometry().right() + 1;
     for (const int missing : {0, 1}) {
         m_bar->setFixedWidth(frame + row - missing);
         show(deepPath);
@@ -197,14 +215,13 @@ void KovaButtonPathTest::menuListsWhatIsOutOfSight()
     for (int width = kovaPx(60); width < kovaPx(560); width += 3) {
         m_window->resize(width, m_window->height());
         show(deepPath);
-        const QList<QPushButton *> names = nameButtons(*m_bar);
-        QCOMPARE(names.constLast()->geometry().right() + 1, m_bar->viewport()->width());
+        QCOMPARE(lastName()->geometry().right() + 1, m_bar->viewport()->width());
         QVERIFY(folderButton()->isVisible());
         QCOMPARE(folderButton()->geometry(), QRect(kovaPx(1), kovaPx(1), kovaPx(26), kovaPx(26)));
 
         // Those that do not show at all, and the first one that does.
         QStringList hidden;
-        for (const QPushButton *name : names) {
+        for (const QPushButton *name : nameButtons(*m_bar)) {
             hidden.append(name->text());
             if (name->geometry().right() >= 0)
                 break;
@@ -227,7 +244,8 @@ void KovaButtonPathTest::isWalkedByKeyboard()
         press(m_bar, Qt::Key_Tab);
         QCOMPARE(m_window->focusWidget(), name);
         const QRect place(name->mapTo(m_bar, QPoint()), name->size());
-        QVERIFY(freePart(*m_bar).contains(place) || place.left() == freePart(*m_bar).left());
+        QVERIFY(place.left() >= freeFrom());
+        QVERIFY(place.right() < m_bar->width() || place.left() == freeFrom());
     }
     press(m_bar, Qt::Key_Space);
     QCOMPARE(picked.takeFirst(), QVariantList{deepPath.mid(1)});
@@ -238,7 +256,7 @@ void KovaButtonPathTest::isWalkedByKeyboard()
     press(m_bar, Qt::Key_Tab);
     QCOMPARE(m_window->focusWidget(), m_after);
     press(m_bar, Qt::Key_Tab, Qt::ShiftModifier);
-    QCOMPARE(m_window->focusWidget(), nameButtons(*m_bar).constLast());
+    QCOMPARE(m_window->focusWidget(), lastName());
 }
 
 void KovaButtonPathTest::isMirroredFromRightToLeft()
@@ -257,7 +275,7 @@ void KovaButtonPathTest::isMirroredFromRightToLeft()
     QCOMPARE(arrow(1), backward);
     button.moveRight(m_bar->width() - 1 - button.left());
     QCOMPARE(folderButton()->geometry(), button);
-    QCOMPARE(nameButtons(*m_bar).constLast()->x(), 0);
+    QCOMPARE(lastName()->x(), 0);
 
     folderButton()->setFocus();
     press(m_bar, Qt::Key_Tab);
@@ -265,7 +283,7 @@ void KovaButtonPathTest::isMirroredFromRightToLeft()
     for (const int more : {0, 20}) {
         m_window->resize(m_window->width() + more, m_window->height());
         QCoreApplication::processEvents();
-        QCOMPARE(first->mapTo(m_bar, first->rect().topRight()).x(), freePart(*m_bar).right());
+        QCOMPARE(first->mapTo(m_bar, first->rect().topRight()).x(), folderButton()->x() - 1);
     }
 }
 
@@ -285,7 +303,7 @@ void KovaButtonPathTest::refreshKeepsTheFocus()
     nameButtons(*m_bar).constFirst()->setFocus();
     show(deepPath);
     QVERIFY(nameButtons(*m_bar).constFirst()->hasFocus());
-    QCOMPARE(nameButtons(*m_bar).constFirst()->mapTo(m_bar, QPoint()).x(), freePart(*m_bar).left());
+    QCOMPARE(nameButtons(*m_bar).constFirst()->mapTo(m_bar, QPoint()).x(), freeFrom());
     folderButton()->setFocus();
     show("a/b");
     QCOMPARE(m_window->focusWidget(), nameButtons(*m_bar).at(1));
@@ -294,22 +312,93 @@ void KovaButtonPathTest::refreshKeepsTheFocus()
     QCOMPARE(m_window->focusWidget(), m_before);
 }
 
-void KovaButtonPathTest::isAToolBarToScreenReaders()
+void KovaButtonPathTest::type(QWidget *button, Qt::Key key)
 {
-    const auto role = [](QWidget *widget) {
-        return QAccessible::queryAccessibleInterface(widget)->role();
-    };
-    // With a screen reader running, Qt asks for the interface while the bar is made.
-    QAccessible::setActive(true);
-    KovaButtonPath bar(nullptr);
-    bar.show();
-    bar.refresh(deepPath);
-    QCOMPARE(role(&bar), QAccessible::ToolBar);
-    QCOMPARE(role(bar.cellWidget(0, 0)), QAccessible::PushButton);
-    QCOMPARE(role(bar.cellWidget(0, 1)), QAccessible::Separator);
-    nameButtons(bar).constFirst()->setFocus();
-    bar.refresh("a");
-    QAccessible::setActive(false);
+    button->setFocus();
+    press(button, key);
+}
+
+void KovaButtonPathTest::chooseFirst(const std::function<void()> &open)
+{
+    QTimer::singleShot(0, qApp, [menu = QPointer<QMenu>(folderButton()->menu())] {
+        QTest::keyClick(menu, Qt::Key_Down);
+        QTest::keyClick(menu, Qt::Key_Return);
+    });
+    open();
+}
+
+void KovaButtonPathTest::ownerAnswersAtOnceThenEndsTheBar_data()
+{
+    QTest::addColumn<QString>("path");
+    QTest::addColumn<Way>("pick");
+    const QString last = longName + "/folder";
+    QTest::newRow("click") << last << Way([this] { click(lastName()); });
+    QTest::newRow("space bar") << last << Way([this] { type(lastName(), Qt::Key_Space); });
+    QTest::newRow("return") << last << Way([this] { type(lastName(), Qt::Key_Return); });
+    const Way clickMenu = [this] { click(folderButton()); };
+    const Way typeMenu = [this] { type(folderButton(), Qt::Key_Return); };
+    QTest::newRow("menu") << "home" << Way([=] { chooseFirst(clickMenu); });
+    QTest::newRow("menu by return") << "home" << Way([=] { chooseFirst(typeMenu); });
+}
+
+void KovaButtonPathTest::ownerAnswersAtOnceThenEndsTheBar()
+{
+    QFETCH(QString, path);
+    QFETCH(Way, pick);
+    show(longName + "/folder");
+    QStringList picked;
+    const auto answers = connect(m_bar, &KovaButtonPath::sigUpdatePath, m_bar, [&](auto folder) {
+        picked.append(folder);
+        m_bar->slotUpdatePath(longName + "/folder");
+    });
+    for (int i = 0; i < 30; ++i)
+        pick();
+    QCOMPARE(picked.toVector(), QVector<QString>(30, path));
+
+    disconnect(answers);
+    connect(m_bar, &KovaButtonPath::sigUpdatePath, m_window.get(), [this] { delete m_bar; });
+    pick();
+    QVERIFY(!m_bar);
+}
+
+// The second click is for a menu that is closed by then, and whose entries the first one replaced.
+void KovaButtonPathTest::menuIsChosenFromTwiceWhileBusy()
+{
+    for (const QString &answer : {QString(), QString("a"), longName + "/folder"}) {
+        show(longName + "/folder");
+        QSignalSpy picked(m_bar, &KovaButtonPath::sigUpdatePath);
+        const auto answers =
+            connect(m_bar, &KovaButtonPath::sigUpdatePath, m_bar, [&] { m_bar->refresh(answer); });
+        QTimer::singleShot(0, m_bar, [this] {
+            QMenu *menu = folderButton()->menu();
+            doubleClickWhileBusy(menu, menu->actionGeometry(menu->actions().last()).center());
+        });
+        click(folderButton());
+        QCoreApplication::processEvents();
+        QVERIFY2(picked == QList<QVariantList>{{longName}}, qPrintable(answer));
+        disconnect(answers);
+    }
+}
+
+void KovaButtonPathTest::changesUnderTheOpenMenu()
+{
+    show(deepPath);
+    QPointer<QMenu> menu = folderButton()->menu();
+    bool wasOpen = false;
+    QTimer::singleShot(0, m_bar, [&] {
+        wasOpen = menu->isVisible();
+        m_bar->refresh(deepPath + "/deeper");
+    });
+    folderButton()->showMenu();
+    QVERIFY(wasOpen);
+    QVERIFY(!QApplication::activePopupWidget());
+    QCOMPARE(folderButton()->menu()->actions().constFirst()->text(), "home");
+
+    menu = folderButton()->menu();
+    QTimer::singleShot(0, m_window.get(), [this] { delete m_bar; });
+    folderButton()->showMenu();
+    QVERIFY(!menu);
+    QVERIFY(!QApplication::activePopupWidget());
 }
 
 QTEST_MAIN(KovaButtonPathTest)

@@ -11,7 +11,7 @@ class QWidget;
 
 // Keys and clicks as a user makes them: they go to the window, which finds out whose they are.
 
-// Shows @p window and waits until the keyboard is its own.
+// Shows @p window and waits until the keyboard is its own, or else stops the program.
 void showActive(QWidget *window);
 
 // Presses and releases @p key in the window of @p widget.

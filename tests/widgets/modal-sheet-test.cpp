@@ -4,10 +4,6 @@
 
 #include "support/answers.h"
 #include "support/host-window.h"
-#include "support/test-host.h"
-#include "support/user-input.h"
-
-#include <QtTest>
 
 namespace {
 
@@ -51,26 +47,21 @@ public:
     QSet<int> seen;
 };
 
-using Change = std::function<void(HostWindow &)>;
-
 } // namespace
 
-Q_DECLARE_METATYPE(Change)
-
 // What a person at the keyboard and the mouse can and cannot do while a sheet is up.
-class ModalSheetTest : public QObject
+class ModalSheetTest : public HostWindowTest
 {
     Q_OBJECT
 
 private Q_SLOTS:
-    void initTestCase() { setUpHost(); }
-    void init();
-    void cleanup() { m_window.reset(); }
     void keysAnswerTheQuestion();
+    void keysEndASheetWithAField();
     void tabStaysInside();
     void nothingBelowReacts();
     void answeredSheetsTakeNoKeys_data();
     void answeredSheetsTakeNoKeys();
+    void doneInsideAndOutsideARun();
     void dialogKeepsItsDefaultButton();
     void popupsCloseFirst();
     void boxesWhereNoSheetCanBe();
@@ -79,20 +70,7 @@ private:
     // Runs @p steps as soon as the sheet is up and returns the answer to the question.
     int ask(const std::function<void(KovaMessageSheet &)> &steps,
             const MsgBoxCustomBtnText &buttons = {});
-    void key(Qt::Key key, Qt::KeyboardModifiers modifiers = {})
-    {
-        press(m_window.get(), key, modifiers);
-    }
-
-    std::unique_ptr<HostWindow> m_window;
 };
-
-void ModalSheetTest::init()
-{
-    m_window = std::make_unique<HostWindow>();
-    showActive(m_window.get());
-    m_window->edit->setFocus();
-}
 
 int ModalSheetTest::ask(const std::function<void(KovaMessageSheet &)> &steps,
                         const MsgBoxCustomBtnText &buttons)
@@ -134,6 +112,28 @@ void ModalSheetTest::keysAnswerTheQuestion()
     QVERIFY(sheet.isVisible());
     key(Qt::Key_Return);
     QVERIFY(!sheet.isVisible());
+}
+
+void ModalSheetTest::keysEndASheetWithAField()
+{
+    const std::tuple<int, Qt::Key, int> cases[] = {{0, Qt::Key_Return, accepted},
+                                                   {0, Qt::Key_Escape, refused},
+                                                   {1, Qt::Key_Space, accepted},
+                                                   {2, Qt::Key_Return, refused}};
+    for (const auto &[tabs, last, expected] : cases) {
+        KovaInputSheet sheet("Name", m_window.get());
+        sheet.getLineEdit()->setText("old.txt");
+        sheet.getLineEdit()->setSelection(0, 3);
+        const int result = run(sheet, [&, keys = QVector<Qt::Key>(tabs, Qt::Key_Tab) << last] {
+            // A selected text stays selected, and is replaced.
+            for (const auto pressed : QVector{Qt::Key_H, Qt::Key_Space, Qt::Key_I} + keys)
+                key(pressed);
+            sheet.quit();
+        });
+        QVERIFY2(result == expected, qPrintable(QString("%1 %2").arg(tabs).arg(last)));
+        QCOMPARE(sheet.getContent(), "h i.txt");
+        QCOMPARE(m_window->focusWidget(), m_window->edit);
+    }
 }
 
 void ModalSheetTest::tabStaysInside()
@@ -241,6 +241,38 @@ void ModalSheetTest::answeredSheetsTakeNoKeys()
     QCOMPARE(finished.count(), 2);
 }
 
+void ModalSheetTest::doneInsideAndOutsideARun()
+{
+    QWidget other; // keeps the application running
+    other.show();
+    const auto live = [this](auto &&sheet) {
+        QVariantList seen;
+        connect(&sheet, &KovaSheet::finished, [&](int code) { seen.append(code); });
+        sheet.done(5);
+        showActive(m_window.get());
+        sheet.showSheet();
+        seen.append(sheet.isAncestorOf(m_window->focusWidget()));
+        sheet.buttonClick(sheet.button(QMessageBox::Discard));
+        sheet.quit();
+        sheet.setDefaultButton(nullptr);
+        for (const bool blocked : {true, false}) {
+            sheet.setBlockWindowButton(blocked);
+            // A result of the time before must not end the next run.
+            const int result = run(sheet, [&] {
+                seen.append(m_window->close());
+                if (blocked)
+                    sheet.done(9);
+            });
+            seen.append(result);
+        }
+        seen.append(sheet.isVisible());
+        return seen;
+    };
+    const QVariantList expected{5, true, refused, 0, false, 9, 9, true, 0, 0, false};
+    QCOMPARE(live(KovaInputSheet(m_window.get())), expected);
+    QCOMPARE(live(KovaMessageSheet(KovaMessageSheet::Question, m_window.get())), expected);
+}
+
 void ModalSheetTest::dialogKeepsItsDefaultButton()
 {
     QDialog dialog;
@@ -303,33 +335,33 @@ void ModalSheetTest::boxesWhereNoSheetCanBe()
     // This desktop has icons on its dialog buttons, which those of the house never show.
     const QDialogButtonBox plain(QDialogButtonBox::Ok);
     QVERIFY(!plain.button(QDialogButtonBox::Ok)->icon().isNull());
-    const auto answerBox = [](const QString &kind, Qt::Key key, const std::function<int()> &show) {
-        QTimer::singleShot(0, qApp, [=] {
+    QWidget hidden;
+    const auto confirm = [](QWidget *owner) { return showConfirmMsg("Title", "Text", owner); };
+    // The kind of box, the key that answers it, the answer and what shows it.
+    const std::tuple<QString, Qt::Key, int, std::function<int()>> cases[] = {
+        {"info", Qt::Key_Return, 0, [] { return showInfoMsg("Title", "Text", nullptr), 0; }},
+        {"warning", Qt::Key_Return, 0, [] { return showWarningMsg("Title", "Text", nullptr), 0; }},
+        {"upgrading", Qt::Key_Return, 0,
+         [] { return showUpgradingMsg("Title", "Text", nullptr), 0; }},
+        {"confirm", Qt::Key_Return, accepted, [=] { return confirm(nullptr); }},
+        // Nor in a window that is not shown.
+        {"confirm", Qt::Key_Escape, QMessageBox::Cancel,
+         [&] { return confirm(new QLabel(&hidden)); }},
+    };
+    for (const auto &[kind, key, answer, show] : cases) {
+        QTimer::singleShot(0, qApp, [kind = kind, key = key] {
             auto *box = qobject_cast<QMessageBox *>(QApplication::activeModalWidget());
             if (!box)
                 qFatal("no message box is up");
-            QCOMPARE(box->windowTitle(), "Title");
-            QCOMPARE(box->styleSheet(), getStyleSheet("component." + kind + "_message_box", false));
-            for (const QAbstractButton *button : box->buttons())
-                QVERIFY(button->icon().isNull());
             showActive(box);
             press(box, key);
+            for (const QAbstractButton *button : box->buttons())
+                QVERIFY2(button->icon().isNull(), qPrintable(kind));
+            QCOMPARE(box->windowTitle(), "Title");
+            QCOMPARE(box->styleSheet(), getStyleSheet("component." + kind + "_message_box", false));
         });
-        return show();
-    };
-    using Inform = void (*)(const QString &, const QString &, QWidget *);
-    const auto inform = [&](const QString &kind, Inform show) {
-        answerBox(kind, Qt::Key_Return, [show] { return show("Title", "Text", nullptr), 0; });
-    };
-    inform("info", showInfoMsg);
-    inform("warning", showWarningMsg);
-    inform("upgrading", showUpgradingMsg);
-    const auto confirm = [] { return showConfirmMsg("Title", "Text", nullptr); };
-    QCOMPARE(answerBox("confirm", Qt::Key_Return, confirm), accepted);
-    // Nor in a window that is not shown.
-    QWidget window;
-    const auto inside = [&] { return showConfirmMsg("Title", "Text", new QLabel(&window)); };
-    QCOMPARE(answerBox("confirm", Qt::Key_Escape, inside), int(QMessageBox::Cancel));
+        QCOMPARE(show(), answer);
+    }
 }
 
 QTEST_MAIN(ModalSheetTest)

@@ -4,17 +4,12 @@
 
 #include "support/answers.h"
 #include "support/host-window.h"
-#include "support/test-host.h"
-#include "support/user-input.h"
 #include "support/x11-window.h"
-
-#include <QtTest>
 
 #include <algorithm>
 
 namespace {
 
-using Change = std::function<void(HostWindow &)>;
 using Hints = QVector<quint32>;
 
 int openSockets()
@@ -30,20 +25,14 @@ const Hints noFunctions{1, 0, 6, 0, 0};
 
 } // namespace
 
-Q_DECLARE_METATYPE(Change)
-
 // What a sheet, or a host that asks for it, takes from a window, and how the window gets it back.
-class SheetHoldTest : public QObject
+class SheetHoldTest : public HostWindowTest
 {
     Q_OBJECT
 
 private Q_SLOTS:
-    void initTestCase() { setUpHost(); }
     void init();
-    void cleanup() { m_window.reset(); }
     void hintsComeBackAsTheyWere();
-    void secondDisableSavesTheFirst();
-    void closeButtonIsTakenAndGivenBack();
     void usableOverDisabledWidgets_data();
     void usableOverDisabledWidgets();
     void movedCarrierTakesTheHoldAlong();
@@ -51,7 +40,6 @@ private Q_SLOTS:
     void staysUpWhileHiddenForAMoment();
 
 private:
-    void key(Qt::Key key) { press(m_window.get(), key); }
     [[nodiscard]] Hints hints() const { return readMotifHints(m_window->winId()); }
 
     void enable(bool enabled)
@@ -59,22 +47,19 @@ private:
         SHAPISetCloseButtonOfWindowEnable(m_window.get(), enabled, &m_saved);
     }
 
-    std::unique_ptr<HostWindow> m_window;
     void *m_saved = nullptr;
 };
 
 void SheetHoldTest::init()
 {
-    m_saved = nullptr;
-    m_window = std::make_unique<HostWindow>();
-    showActive(m_window.get());
-    m_window->edit->setFocus();
+    HostWindowTest::init();
     writeMotifHints(m_window->winId(), ownHints);
 }
 
 void SheetHoldTest::hintsComeBackAsTheyWere()
 {
     const QPair<Hints, Hints> cases[] = {
+        {ownHints, ownHints},
         {{3, 62, 126, 1, 9}, {3, 62, 126, 1, 9}},
         // Too short, the value comes back padded.
         {{7, 5, 3, 1}, {7, 5, 3, 1, 0}},
@@ -89,6 +74,12 @@ void SheetHoldTest::hintsComeBackAsTheyWere()
         enable(false);
         // Whatever the last two items were, the window manager is told: no functions.
         QCOMPARE(hints().mid(0, 3), noFunctions.mid(0, 3));
+        // What is switched off twice is given back the second time.
+        void *first = m_saved;
+        enable(false);
+        enable(true);
+        QCOMPARE(hints().mid(0, 3), noFunctions.mid(0, 3));
+        m_saved = first;
         enable(true);
         QCOMPARE(m_saved, nullptr);
         enable(true);
@@ -100,33 +91,6 @@ void SheetHoldTest::hintsComeBackAsTheyWere()
     SHAPISetCloseButtonOfWindowEnable(&never, false, &m_saved);
     SHAPISetCloseButtonOfWindowEnable(nullptr, false, &m_saved);
     QCOMPARE(m_saved, nullptr);
-}
-
-void SheetHoldTest::secondDisableSavesTheFirst()
-{
-    enable(false);
-    void *first = m_saved;
-    enable(false);
-    enable(true);
-    QCOMPARE(hints(), noFunctions);
-    m_saved = first;
-    enable(true);
-    QCOMPARE(hints(), ownHints);
-}
-
-void SheetHoldTest::closeButtonIsTakenAndGivenBack()
-{
-    KovaMessageSheet sheet(KovaMessageSheet::Question, "Go?", m_window.get());
-    bool taken = false;
-    QTimer::singleShot(0, &sheet, [&] {
-        taken = QTest::qWaitFor([&] { return hints() == noFunctions; });
-        // Switched off meanwhile, it is given back all the same.
-        sheet.setBlockWindowButton(false);
-        sheet.quit();
-    });
-    QCOMPARE(sheet.exec(), 0);
-    QVERIFY(taken);
-    QTRY_COMPARE(hints(), ownHints);
 }
 
 void SheetHoldTest::usableOverDisabledWidgets_data()
@@ -149,23 +113,22 @@ void SheetHoldTest::usableOverDisabledWidgets()
     KovaInputSheet sheet("Name", content);
     m_window->setDisabled(windowIsDisabled);
     bool isEnabled = false;
-    for (const bool byMouse : {false, true}) {
-        QTimer::singleShot(0, &sheet, [&] {
-            meanwhile(*m_window);
-            isEnabled = content->isEnabled();
-            click(m_window->button);
-            key(Qt::Key_N);
-            if (byMouse)
-                click(sheet.button(QMessageBox::Ok));
-            else
-                key(Qt::Key_Return);
-            sheet.quit();
-        });
-        QCOMPARE(sheet.exec(), accepted);
-        QCOMPARE(content->isEnabled(), isEnabled);
-        QCOMPARE(sheet.getLineEdit()->isEnabled(), isEnabled);
-    }
-    QCOMPARE(sheet.getContent(), "nn");
+    bool isTaken = false;
+    const int answer = run(sheet, [&] {
+        meanwhile(*m_window);
+        isEnabled = content->isEnabled();
+        isTaken = QTest::qWaitFor([&] { return hints() == noFunctions; });
+        click(m_window->button);
+        key(Qt::Key_N);
+        click(sheet.button(QMessageBox::Ok));
+        sheet.quit();
+    });
+    QCOMPARE(answer, accepted);
+    QVERIFY(isTaken);
+    QCOMPARE(content->isEnabled(), isEnabled);
+    QCOMPARE(sheet.getLineEdit()->isEnabled(), isEnabled);
+    QTRY_COMPARE(hints(), ownHints);
+    QCOMPARE(sheet.getContent(), "n");
     QCOMPARE(m_window->clicks, 0);
     QCOMPARE(m_window->edit->text(), "");
     m_window->setEnabled(true);
@@ -200,6 +163,8 @@ void SheetHoldTest::movedCarrierTakesTheHoldAlong()
 
     showActive(&other);
     QVERIFY(!other.close());
+    // Let go meanwhile, the close button is given back all the same.
+    sheet.setBlockWindowButton(false);
     click(&other, QPoint(780, 480));
     press(&other, Qt::Key_S, Qt::ControlModifier);
     QCOMPARE(other.presses + other.shortcuts, 0);

@@ -10,6 +10,7 @@
 
 namespace {
 
+const QString name = "bt_pagebar_next";
 constexpr QPoint inside(60, 50);
 constexpr QPoint outside(150, 80);
 
@@ -20,30 +21,49 @@ QPixmap filled(Qt::GlobalColor color, const QSize &size = {20, 20})
     return pixmap;
 }
 
-// An icon button in a window, with pictures of one colour each.
+// An icon button in a window that is given an image by name, or its picture for each state.
 class ButtonWindow : public QWidget
 {
 public:
-    ButtonWindow()
+    explicit ButtonWindow(bool isNamed)
     {
         resize(200, 100);
         button.setParent(this);
         button.setGeometry(50, 30, 40, 40);
-        button.setHoverIcon(filled(Qt::green));
-        button.setPressIcon(filled(Qt::blue));
-        button.setDisableIcon(filled(Qt::gray));
+        button.setFocusPolicy(Qt::NoFocus);
+        for (int state = ImageManager::Default; state <= ImageManager::Disable; ++state)
+            pictures.append(getGlobalImage(name, ImageManager::ImageType(state)));
+        if (isNamed) {
+            button.setAllIcon(name);
+        } else {
+            button.setDefaultIcon(pictures[ImageManager::Default]);
+            button.setHoverIcon(pictures[ImageManager::Hover]);
+            button.setPressIcon(pictures[ImageManager::Click]);
+            button.setDisableIcon(pictures[ImageManager::Disable]);
+        }
     }
 
     void point(const QPoint &at) { QTest::mouseMove(windowHandle(), at); }
 
-    // In the middle of the icon that shows now.
-    QColor color() const { return button.icon().pixmap(20, 20).toImage().pixelColor(10, 10); }
+    // The state whose picture shows now.
+    int state() const
+    {
+        const auto shows = [this](const QPixmap &picture) {
+            // As the icon without a window has it: in pixels.
+            QImage image = picture.toImage();
+            image.setDevicePixelRatio(1);
+            return button.icon().pixmap(image.size()).toImage() == image;
+        };
+        return int(std::find_if(pictures.begin(), pictures.end(), shows) - pictures.begin());
+    }
 
-    KovaIconButton button{filled(Qt::black)};
+    QVector<QPixmap> pictures;
+    KovaIconButton button{QPixmap()};
 };
 
 } // namespace
 
+// Buttons with a text and with an icon, and the filters that keep the mouse from any widget.
 class KovaButtonTest : public QObject
 {
     Q_OBJECT
@@ -51,12 +71,9 @@ class KovaButtonTest : public QObject
 private Q_SLOTS:
     void initTestCase() { setUpHost(); }
     void looksFollowTheType();
-    void iconFollowsThePointer();
-    void iconFollowsTheEnabledState();
-    void iconSizeIsThatOfTheScreen();
-    void namedImageGivesAllStates();
-    void initializeGivesTheHouseLookBack();
-    void missingImagesGiveNoIcon();
+    void iconFollowsThePointerAndTheState_data();
+    void iconFollowsThePointerAndTheState();
+    void iconSizeIsThatOfThePicture();
     void filtersSwallowMouseEvents();
 };
 
@@ -67,125 +84,96 @@ void KovaButtonTest::looksFollowTheType()
                                 "default_button",       "red_button"};
     for (int type = KovaButton::Apply; type <= KovaButton::Red; ++type) {
         const KovaButton button("Save", type);
-        QCOMPARE(button.styleSheet(), getStyleSheet(QString("component.") + keys[type], false));
-        QVERIFY(button.isFlat());
+        const QString style = getStyleSheet(QString("component.") + keys[type], false);
+        QVERIFY2(button.styleSheet() == style && button.isFlat(), keys[type]);
         QCOMPARE(button.sizePolicy(), QSizePolicy(QSizePolicy::Fixed, QSizePolicy::Fixed));
     }
     QCOMPARE(KovaButton("Save", -1).styleSheet() + KovaButton("Save", 6).styleSheet(), "");
     QCOMPARE(KovaCheckBox("", nullptr).styleSheet(), getStyleSheet("component.checkbox", false));
     QCOMPARE(KovaRadioButton("", nullptr).styleSheet(),
              getStyleSheet("component.radio_button", false));
+
+    KovaIconButton icon(filled(Qt::red));
+    for (const char *when : {"when new", "given back"}) {
+        QVERIFY2(icon.styleSheet() == getStyleSheet("component.icon_button", false), when);
+        QVERIFY2(icon.toolButtonStyle() == Qt::ToolButtonIconOnly, when);
+        QVERIFY2(icon.sizePolicy() == QSizePolicy(QSizePolicy::Fixed, QSizePolicy::Fixed), when);
+        QVERIFY2(icon.popupMode() == QToolButton::InstantPopup, when);
+        icon.setStyleSheet(QString());
+        icon.initialize();
+    }
 }
 
-void KovaButtonTest::iconFollowsThePointer()
+void KovaButtonTest::iconFollowsThePointerAndTheState_data()
 {
-    ButtonWindow window;
-    window.button.setFocusPolicy(Qt::NoFocus);
-    showActive(&window);
-    window.point(outside);
-    QCOMPARE(window.color(), QColor(Qt::black));
-    window.point(inside);
-    QCOMPARE(window.color(), QColor(Qt::green));
-    QTest::mousePress(window.windowHandle(), Qt::RightButton, {}, inside);
-    QCOMPARE(window.color(), QColor(Qt::blue));
-    QTest::mouseRelease(window.windowHandle(), Qt::RightButton, {}, inside);
-    // At rest although the pointer is still inside.
-    QCOMPARE(window.color(), QColor(Qt::black));
+    QTest::addColumn<bool>("isNamed");
+    QTest::newRow("each picture") << false;
+    QTest::newRow("a name") << true;
+}
 
+void KovaButtonTest::iconFollowsThePointerAndTheState()
+{
+    QFETCH(bool, isNamed);
+    ButtonWindow window(isNamed);
     QSignalSpy clicks(&window.button, &KovaIconButton::clicked);
-    click(&window.button);
-    QCOMPARE(clicks.count(), 1);
-    for (const bool focused : {false, true}) {
-        if (focused)
-            window.button.setFocus();
-        window.point(outside);
-        window.point(inside);
-        QCOMPARE(window.color(), QColor(Qt::green));
-        window.point(outside);
-        QCOMPARE(window.color(), QColor(focused ? Qt::green : Qt::black));
-    }
-}
-
-void KovaButtonTest::iconFollowsTheEnabledState()
-{
-    ButtonWindow window;
-    window.button.setEnabled(false);
     showActive(&window);
-    QCOMPARE(window.color(), QColor(Qt::gray));
-    window.point(inside);
-    QCOMPARE(window.color(), QColor(Qt::gray));
-    // The state of an ancestor counts as much as its own.
-    window.button.setEnabled(true);
-    QCOMPARE(window.color(), QColor(Qt::black));
-    window.setEnabled(false);
-    QCOMPARE(window.color(), QColor(Qt::gray));
-    // A new default icon takes the place of all, at once.
-    window.button.setDefaultIcon(filled(Qt::red));
-    QCOMPARE(window.color(), QColor(Qt::red));
-    for (const bool enabled : {true, false}) {
-        window.setEnabled(enabled);
-        QCOMPARE(window.color(), QColor(Qt::red));
+    const auto leave = [&] { window.point(outside); };
+    const auto enter = [&] { window.point(inside); };
+    const auto hold = [&] {
+        QTest::mousePress(window.windowHandle(), Qt::RightButton, {}, inside);
+    };
+    const auto letGo = [&] {
+        QTest::mouseRelease(window.windowHandle(), Qt::RightButton, {}, inside);
+    };
+    const std::tuple<const char *, std::function<void()>, int> steps[] = {
+        {"left", leave, ImageManager::Default},
+        {"entered", enter, ImageManager::Hover},
+        {"pressed", hold, ImageManager::Click},
+        {"at rest although the pointer is still inside", letGo, ImageManager::Default},
+        {"clicked", [&] { click(&window.button); }, ImageManager::Default},
+        {"left again", leave, ImageManager::Default},
+        {"entered again", enter, ImageManager::Hover},
+        {"left without the focus", leave, ImageManager::Default},
+        {"focused", [&] { window.button.setFocus(); }, ImageManager::Default},
+        {"entered with the focus", enter, ImageManager::Hover},
+        {"left with the focus", leave, ImageManager::Hover},
+        {"disabled", [&] { window.button.setEnabled(false); }, ImageManager::Disable},
+        {"entered while disabled", enter, ImageManager::Disable},
+        {"enabled", [&] { window.button.setEnabled(true); }, ImageManager::Default},
+        {"disabled with its window", [&] { window.setEnabled(false); }, ImageManager::Disable},
+    };
+    for (const auto &[name, act, state] : steps) {
+        act();
+        QVERIFY2(window.state() == state, name);
     }
+    QCOMPARE(clicks.count(), 1);
+    // A new default icon takes the place of all, at once.
+    window.pictures = {filled(Qt::red)};
+    window.button.setDefaultIcon(window.pictures[0]);
+    QCOMPARE(window.state(), 0);
+    window.setEnabled(true);
+    QCOMPARE(window.state(), 0);
 }
 
-void KovaButtonTest::iconSizeIsThatOfTheScreen()
+void KovaButtonTest::iconSizeIsThatOfThePicture()
 {
     // Pictures have the pixels of the device; halves round away from zero.
     const bool isSharp = qgetenv("QT_SCALE_FACTOR") == "2";
-    KovaIconButton button(filled(Qt::red, {25, 27}));
-    button.show();
-    QCOMPARE(button.iconSize(), isSharp ? QSize(13, 14) : QSize(25, 27));
-}
-
-void KovaButtonTest::namedImageGivesAllStates()
-{
-    const QString name = "bt_pagebar_next";
-    ButtonWindow window;
-    window.button.setFocusPolicy(Qt::NoFocus);
-    window.button.setAllIcon(name);
-    // As the icon without a window has it: in pixels.
-    const auto shows = [&](ImageManager::ImageType type) {
-        QImage image = getGlobalImage(name, type).toImage();
-        image.setDevicePixelRatio(1);
-        return window.button.icon().pixmap(image.size()).toImage() == image;
-    };
-    showActive(&window);
-    window.point(outside);
-    QVERIFY(shows(ImageManager::Default));
-    QCOMPARE(window.button.iconSize(), QSize(kovaPxRounded(16), kovaPxRounded(16)));
-    window.point(inside);
-    QVERIFY(shows(ImageManager::Hover));
-    QTest::mousePress(window.windowHandle(), Qt::LeftButton, {}, inside);
-    QVERIFY(shows(ImageManager::Click));
-    QTest::mouseRelease(window.windowHandle(), Qt::LeftButton, {}, inside);
-    window.setEnabled(false);
-    QVERIFY(shows(ImageManager::Disable));
-}
-
-void KovaButtonTest::initializeGivesTheHouseLookBack()
-{
-    KovaIconButton button(filled(Qt::red));
-    const QString style = button.styleSheet();
-    button.setToolButtonStyle(Qt::ToolButtonTextOnly);
-    button.setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Ignored);
-    button.setPopupMode(QToolButton::DelayedPopup);
-    button.setStyleSheet(QString());
-    button.initialize();
-    QCOMPARE(button.toolButtonStyle(), Qt::ToolButtonIconOnly);
-    QCOMPARE(button.sizePolicy(), QSizePolicy(QSizePolicy::Fixed, QSizePolicy::Fixed));
-    QCOMPARE(button.popupMode(), QToolButton::InstantPopup);
-    QCOMPARE(button.styleSheet(), getStyleSheet("component.icon_button", false));
-    QCOMPARE(style, button.styleSheet());
-}
-
-void KovaButtonTest::missingImagesGiveNoIcon()
-{
+    KovaIconButton odd(filled(Qt::red, {25, 27}));
+    KovaIconButton named(name);
     WarningCatcher warnings;
-    KovaIconButton button(QString("no such image"));
+    KovaIconButton missing(QString("no such image"));
     QCOMPARE(warnings.take().value(0), "Cannot load pixmap \"no such image\"");
-    button.show();
-    button.setEnabled(false);
-    QCOMPARE(button.iconSize(), QSize(0, 0));
+    const QPair<KovaIconButton *, QSize> buttons[] = {
+        {&odd, isSharp ? QSize(13, 14) : QSize(25, 27)},
+        {&named, QSize(kovaPxRounded(16), kovaPxRounded(16))},
+        {&missing, QSize(0, 0)},
+    };
+    for (const auto &[button, size] : buttons) {
+        button->show();
+        button->setEnabled(false);
+        QCOMPARE(button->iconSize(), size);
+    }
 }
 
 void KovaButtonTest::filtersSwallowMouseEvents()

@@ -12,15 +12,14 @@ namespace {
 constexpr QPoint inside(60, 40);
 constexpr QPoint outside(190, 90);
 
-// The shape that the whole application shows; an arrow if it shows none of its own.
-Qt::CursorShape shownCursor()
-{
-    const QCursor *cursor = QGuiApplication::overrideCursor();
-    return cursor ? cursor->shape() : Qt::ArrowCursor;
-}
+using Step = std::function<void()>;
+using Steps = QList<Step>;
 
 } // namespace
 
+Q_DECLARE_METATYPE(Steps)
+
+// How a link is clicked and found, and the hand over it, which the whole application shows.
 class LinkLabelTest : public QObject
 {
     Q_OBJECT
@@ -31,16 +30,15 @@ private Q_SLOTS:
     void isClickedByPressingAndMayEndInIt();
     void isPressedByKeyboard();
     void isALinkToScreenReaders();
-    void hoverShowsHandAndUnderline();
-    void disabledUnderThePointerKeepsTheHand();
-    void leavesNoHandBehind();
+    void handShowsOverTheLink_data();
+    void handShowsOverTheLink();
 
 private:
     void point(const QPoint &where) { QTest::mouseMove(m_window->windowHandle(), where); }
 
     QWidget *m_window = nullptr;
     QWidget *m_group = nullptr;
-    LinkLabel *m_label = nullptr;
+    QPointer<LinkLabel> m_label;
 };
 
 void LinkLabelTest::init()
@@ -129,63 +127,45 @@ void LinkLabelTest::isALinkToScreenReaders()
     QCOMPARE(clicks.count(), 1);
 }
 
-void LinkLabelTest::hoverShowsHandAndUnderline()
+void LinkLabelTest::handShowsOverTheLink_data()
 {
-    QGuiApplication::setOverrideCursor(Qt::WaitCursor);
-    point(inside);
-    QCOMPARE(shownCursor(), Qt::PointingHandCursor);
-    QVERIFY(m_label->font().underline());
-    point(outside);
-    QCOMPARE(shownCursor(), Qt::WaitCursor);
-    QVERIFY(!m_label->font().underline());
-
-    m_label->setEnabled(false);
-    point(inside);
-    QCOMPARE(shownCursor(), Qt::WaitCursor);
-    m_label->setEnabled(true);
-    QCOMPARE(shownCursor(), Qt::PointingHandCursor);
-    point(outside);
-    QCOMPARE(shownCursor(), Qt::WaitCursor);
-    QGuiApplication::restoreOverrideCursor();
-}
-
-void LinkLabelTest::disabledUnderThePointerKeepsTheHand()
-{
-    point(inside);
-    m_label->setEnabled(false);
-    point(outside);
-    QCOMPARE(shownCursor(), Qt::PointingHandCursor);
-    // It is the application's now: neither the label nor its end takes it away.
-    m_label->setEnabled(true);
-    point(inside);
-    point(outside);
-    delete m_label;
-    QCOMPARE(shownCursor(), Qt::PointingHandCursor);
-    QGuiApplication::restoreOverrideCursor();
-}
-
-void LinkLabelTest::leavesNoHandBehind()
-{
-    using Step = std::function<void()>;
+    QTest::addColumn<Steps>("steps");
+    QTest::addColumn<bool>("isHand");
     const Step disable = [this] { m_label->setEnabled(false); };
     const Step enable = [this] { m_label->setEnabled(true); };
     const Step hide = [this] { m_group->hide(); };
+    const Step enter = [this] { point(inside); };
     const Step leave = [this] { point(outside); };
     const Step end = [this] { delete m_label; };
-    const QPair<const char *, QList<Step>> rows[] = {
-        {"disabled, hidden", {disable, hide}},
-        {"disabled, deleted", {disable, end}},
-        {"disabled, enabled again, left", {disable, enable, leave}},
-    };
-    for (const auto &[name, steps] : rows) {
-        point(inside);
-        for (const Step &step : steps)
-            step();
-        QCoreApplication::processEvents();
-        QVERIFY2(!QGuiApplication::overrideCursor(), name);
-        cleanup();
-        init();
-    }
+    QTest::newRow("entered") << Steps{enter} << true;
+    QTest::newRow("left") << Steps{enter, leave} << false;
+    QTest::newRow("entered while disabled") << Steps{disable, enter} << false;
+    QTest::newRow("enabled under it") << Steps{disable, enter, enable} << true;
+    QTest::newRow("enabled under it, left") << Steps{disable, enter, enable, leave} << false;
+    QTest::newRow("disabled, left") << Steps{enter, disable, leave} << true;
+    // It is the application's now: neither the label nor its end takes it away.
+    QTest::newRow("disabled, left, entered, left, deleted")
+        << Steps{enter, disable, leave, enable, enter, leave, end} << true;
+    QTest::newRow("disabled, hidden") << Steps{enter, disable, hide} << false;
+    QTest::newRow("disabled, deleted") << Steps{enter, disable, end} << false;
+    QTest::newRow("disabled, enabled, left") << Steps{enter, disable, enable, leave} << false;
+}
+
+void LinkLabelTest::handShowsOverTheLink()
+{
+    QFETCH(Steps, steps);
+    QFETCH(bool, isHand);
+    QGuiApplication::setOverrideCursor(Qt::WaitCursor);
+    for (const Step &step : steps)
+        step();
+    QCoreApplication::processEvents();
+    const auto shape = isHand ? Qt::PointingHandCursor : Qt::WaitCursor;
+    QCOMPARE(QGuiApplication::overrideCursor()->shape(), shape);
+    if (m_label && m_label->isEnabled())
+        QCOMPARE(m_label->font().underline(), isHand);
+    QGuiApplication::restoreOverrideCursor();
+    if (isHand)
+        QGuiApplication::restoreOverrideCursor();
 }
 
 QTEST_MAIN(LinkLabelTest)

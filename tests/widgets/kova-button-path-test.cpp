@@ -117,11 +117,11 @@ void KovaButtonPathTest::splitsPaths()
         show(deepPath);
         show(path);
         const int folders = shown.isEmpty() ? 0 : shown.count('/') + 1;
-        QCOMPARE(m_bar->columnCount(), qMax(0, 2 * folders - 1));
+        QVERIFY2(m_bar->columnCount() == qMax(0, 2 * folders - 1), qPrintable(path));
         QCOMPARE(m_bar->findChildren<QPushButton *>().size(), m_bar->columnCount());
         QCOMPARE(m_bar->getPath(99), shown);
         QCOMPARE(m_bar->getPath(-1), "");
-        QVERIFY(!folderButton()->isVisible());
+        QVERIFY2(!folderButton()->isVisible(), qPrintable(path));
     }
 }
 

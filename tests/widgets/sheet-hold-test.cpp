@@ -186,9 +186,11 @@ void SheetHoldTest::sheetsEndInAnyOrder()
             // One that is up already does not get above the later ones by that.
             sheets.first()->showSheet();
             QList<KovaMessageSheet *> up = sheets.toList();
+            const QString way = QString("%1%2%3").arg(order[0]).arg(order[1]).arg(order[2]);
             for (const int next : order) {
-                QVERIFY(up.last()->isAncestorOf(m_window->focusWidget()));
-                QCOMPARE(hints(), noFunctions);
+                const bool isHeld = hints() == noFunctions;
+                QVERIFY2(isHeld && up.last()->isAncestorOf(m_window->focusWidget()),
+                         qPrintable(way + (deleted ? " deleted" : " done")));
                 key(Qt::Key_X);
                 up.removeOne(sheets.at(next));
                 if (deleted)

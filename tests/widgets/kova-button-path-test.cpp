@@ -212,7 +212,7 @@ void KovaButtonPathTest::mayBeRefreshedWheneverItIsResized()
 void KovaButtonPathTest::menuListsWhatIsOutOfSight()
 {
     // Wide and narrow, so that the edge of the view cuts through every kind of column.
-    for (int width = kovaPx(60); width < kovaPx(560); width += 3) {
+    for (int width = kovaPx(60); width < kovaPx(560); width += 5) {
         m_window->resize(width, m_window->height());
         show(deepPath);
         QCOMPARE(lastName()->geometry().right() + 1, m_bar->viewport()->width());

@@ -475,6 +475,7 @@ void KovaSheetTest::textsComeAndGo()
     QVERIFY(labelWith(sheet, "again"));
 
     KovaInputSheet input(main, m_window);
+    QCOMPARE(input.styleSheet(), getStyleSheet("component.message_sheet_other", false));
     QCOMPARE(labelWith(input, "font-size")->text(), paragraph(20, scaled));
     QCOMPARE(spoken(input.getLineEdit()), "%1 < 2");
     QCOMPARE(input.getLineEdit()->styleSheet(), getStyleSheet("component.lineedit", false));

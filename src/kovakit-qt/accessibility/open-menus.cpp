@@ -49,6 +49,7 @@ int OpenMenusAccessible::indexOfChild(const QAccessibleInterface *child) const
 QAccessibleInterface *OpenMenusAccessible::child(int index) const
 {
     const int windows = QAccessibleApplication::childCount();
-    return index < windows ? QAccessibleApplication::child(index)
-                           : QAccessible::queryAccessibleInterface(openMenus().value(index - windows));
+    return index < windows
+             ? QAccessibleApplication::child(index)
+             : QAccessible::queryAccessibleInterface(openMenus().value(index - windows));
 }

@@ -40,7 +40,7 @@ void checkPlain(const QString &text)
     HtmlLimits limits = {};
     limits.textLength = textLength;
     limits.wordLength = wordLength;
-    limits.layoutSteps = textLength * 100;
+    limits.layoutSteps = qint64(textLength) * 100;
     const QString shown = shownPlain(text, limits);
     const int ellipsis = shown.endsWith(QChar(0x2026)) ? 1 : 0;
     expect(shown.size() <= textLength + ellipsis, "a plain text keeps to its length");

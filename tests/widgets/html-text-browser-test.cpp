@@ -7,6 +7,8 @@
 #include <kovakit-qt/widgets/html-text-browser.h>
 
 #include <QAbstractTextDocumentLayout>
+#include <QBuffer>
+#include <QImageWriter>
 #include <QtTest>
 
 #include <sys/stat.h>
@@ -30,6 +32,30 @@ QString pictures(int from, int count)
 QString pathOf(int picture)
 {
     return QString("/image/%1.png").arg(picture);
+}
+
+// A picture of one colour in ten scans, the last of them @p times more.
+QByteArray jpegFile(int side, int times)
+{
+    QByteArray bytes;
+    QBuffer buffer(&bytes);
+    QImageWriter writer(&buffer, "jpg");
+    writer.setProgressiveScanWrite(true);
+    QImage image(side, side, QImage::Format_RGB32);
+    image.fill(Qt::red);
+    writer.write(image);
+    const int lastScan = bytes.lastIndexOf("\xFF\xDA");
+    const int end = bytes.size() - 2;
+    return bytes.left(end) + bytes.mid(lastScan, end - lastScan).repeated(times) + bytes.mid(end);
+}
+
+// With @p chunks texts in it that would unfold to eight million characters each.
+QByteArray pngFileWithTexts(int chunks)
+{
+    constexpr int header = 33;
+    const QByteArray chunk =
+        QByteArray::fromHex("00002000") + "zTXt" + QByteArray(0x2000, 'x') + "none";
+    return pngFile({40, 30}).insert(header, chunk.repeated(chunks));
 }
 
 // One that nobody writes to: who opens it waits for ever.
@@ -60,6 +86,8 @@ private Q_SLOTS:
     void stopsWithTheBrowser();
     void showsFilesOfSearchPathsOnly();
     void showsPicturesWithinLimits();
+    void refusesPicturesThatTakeLong();
+    void remembersWhatIsNoPicture();
     void followsLinksInsideSearchPaths();
     void leavesForeignPictureFolder_data();
     void leavesForeignPictureFolder();
@@ -374,6 +402,50 @@ void HtmlTextBrowserTest::showsPicturesWithinLimits()
     QCOMPARE(shownSize("last.png"), m_placeholder);
     m_browser->setText("<p>");
     QCOMPARE(shownSize("last.png"), m_size);
+}
+
+void HtmlTextBrowserTest::refusesPicturesThatTakeLong()
+{
+    const auto shown = [this](const QByteArray &bytes) {
+        m_browser->setText("<p>");
+        const QSize size = shownSize("data:image/any;base64," + bytes.toBase64());
+        m_browser->setSearchPaths({QFileInfo(writeScratchFile("slow/any.png", bytes)).path()});
+        m_browser->setText("<p>");
+        return shownSize("any.png") == size ? size : QSize();
+    };
+    QCOMPARE(shown(jpegFile(2048, 0)), QSize(2048, 2048));
+    QCOMPARE(shown(jpegFile(2048, 300)), m_placeholder);
+    QCOMPARE(shown(jpegFile(64, 300)), QSize(64, 64));
+    QCOMPARE(shown(pngFileWithTexts(1)), m_size);
+    QCOMPARE(shown(pngFileWithTexts(30)), m_placeholder);
+    const QByteArray drawing = "/* XPM */\nstatic char *x[] = {\"2 1 1 1\", \"a c red\", \"aa\"};";
+    QCOMPARE(shown(drawing), QSize(2, 1));
+    QCOMPARE(shown(drawing + QByteArray(8000000, ' ')), m_placeholder);
+    QCOMPARE(shown("P3 2 1 255 1 2 3 4 5 6 " + QByteArray(8000000, ' ')), m_placeholder);
+}
+
+void HtmlTextBrowserTest::remembersWhatIsNoPicture()
+{
+    const QSize large(3000, 3000);
+    const QByteArray half = pngFile({4000, 4000}).left(500);
+    const QString folder = QFileInfo(writeScratchFile("halves/last.png", pngFile(large))).path();
+    m_browser->setSearchPaths({folder});
+
+    // By the names of one file, which take no time but for the first.
+    writeScratchFile("halves/half.png", half);
+    m_browser->setText("<p>");
+    for (int i = 0; i < 40; ++i)
+        QCOMPARE(shownSize(QString("./").repeated(i) + "half.png"), m_placeholder);
+    QCOMPARE(shownSize("last.png"), large);
+
+    // Of files that differ, each one takes its share.
+    m_browser->setText("<p>");
+    for (int i = 0; i < 40; ++i) {
+        const QString name = QString("half%1.png").arg(i);
+        writeScratchFile("halves/" + name, half + char(i));
+        QCOMPARE(shownSize(name), m_placeholder);
+    }
+    QCOMPARE(shownSize("last.png"), m_placeholder);
 }
 
 void HtmlTextBrowserTest::followsLinksInsideSearchPaths()

@@ -2,9 +2,11 @@
 
 #include "html-pictures_p.h"
 
+#include "html-picture-cost_p.h"
 #include "kovakit-qt/utils/safe-file_p.h"
 
 #include <QBuffer>
+#include <QCryptographicHash>
 #include <QDir>
 #include <QFileInfo>
 #include <QImageReader>
@@ -15,15 +17,6 @@ namespace {
 
 // In the text's own pixels, which Qt scales for the display like those of every picture.
 constexpr int placeholderSize = 16;
-
-// Only formats that are pixels and nothing else: a drawing can name further files, and an icon file
-// can hold a picture of another size than it says.
-bool isPixelFormat(const QByteArray &format)
-{
-    static const QSet<QByteArray> formats = {"png",  "jpg", "jpeg", "gif", "bmp",
-                                             "webp", "xpm", "xbm",  "ppm"};
-    return formats.contains(format);
-}
 
 QPixmap makePlaceholder()
 {
@@ -159,44 +152,66 @@ void HtmlPictures::clear(QTextDocument *document)
     m_pictures.clear();
     m_downloads.clear();
     m_namesOfFile.clear();
+    m_failed.clear();
     m_pixels = 0;
+    m_cost = 0;
 }
 
 QPixmap HtmlPictures::read(const QUrl &name, const QStringList &searchPaths)
 {
     Picture &picture = m_pictures[name];
     m_pixels -= std::exchange(picture.pixels, 0);
-
-    QPixmap pixmap;
-    if (name.scheme() == QLatin1String("data")) {
-        QByteArray bytes = bytesOfDataUrl(name);
-        QBuffer buffer(&bytes);
-        pixmap = decode(buffer, &picture.pixels);
-    } else {
-        QFile file;
-        const QUrl download = QUrl::fromLocalFile(m_downloads.value(name));
-        if (openInSearchPaths(file, name, searchPaths)
-            || openInSearchPaths(file, download, searchPaths))
-            pixmap = decode(file, &picture.pixels);
-    }
+    m_cost -= std::exchange(picture.cost, 0);
+    const QPixmap pixmap = decode(bytesOf(name, searchPaths), picture);
     m_pixels += picture.pixels;
     return pixmap;
 }
 
-QPixmap HtmlPictures::decode(QIODevice &device, qint64 *pixels) const
+QByteArray HtmlPictures::bytesOf(const QUrl &name, const QStringList &searchPaths) const
 {
-    if (device.size() > m_limits.fileBytes)
+    if (name.scheme() == QLatin1String("data"))
+        return bytesOfDataUrl(name);
+    const QByteArray bytes = readInSearchPaths(name, searchPaths, m_limits.fileBytes);
+    const QUrl download = QUrl::fromLocalFile(m_downloads.value(name));
+    return bytes.isEmpty() ? readInSearchPaths(download, searchPaths, m_limits.fileBytes) : bytes;
+}
+
+// Whether there is time enough for it.
+bool HtmlPictures::charge(Picture &picture, double nanoseconds)
+{
+    const bool isWithin = picture.cost + nanoseconds <= double(m_limits.pictureSteps) * 1000
+                       && m_cost + nanoseconds <= double(m_limits.pageSteps) * 1000;
+    if (isWithin) {
+        picture.cost += nanoseconds;
+        m_cost += nanoseconds;
+    }
+    return isWithin;
+}
+
+QPixmap HtmlPictures::decode(QByteArray bytes, Picture &picture)
+{
+    if (bytes.isEmpty() || !charge(picture, costOfLooking(bytes.size())))
         return QPixmap();
+    const QByteArray hash = QCryptographicHash::hash(bytes, QCryptographicHash::Sha1);
+    if (m_failed.contains(hash))
+        return QPixmap();
+    QBuffer device(&bytes);
+    device.open(QIODevice::ReadOnly);
     QImageReader reader(&device);
     reader.setDecideFormatFromContent(true);
-    if (!isPixelFormat(reader.format()))
+    const QByteArray format = reader.format();
+    if (!isPixelFormat(format) || !charge(picture, costOfHeader(bytes, format)))
         return QPixmap();
     const QSize size = reader.size();
     const qint64 expected = qint64(size.width()) * size.height();
     if (size.isEmpty() || expected > m_limits.picturePixels
-        || m_pixels + expected > m_limits.pagePixels)
+        || m_pixels + expected > m_limits.pagePixels
+        || !charge(picture, costOfDecoding(bytes, format, size)))
         return QPixmap();
     const QImage image = reader.read();
-    *pixels = image.isNull() ? 0 : expected;
+    if (image.isNull())
+        m_failed.insert(hash);
+    else
+        picture.pixels = expected;
     return QPixmap::fromImage(image);
 }

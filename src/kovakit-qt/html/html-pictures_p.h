@@ -26,6 +26,8 @@ struct HtmlPictureLimits
     qint64 fileBytes;
     qint64 picturePixels;
     qint64 pagePixels; // of all pictures of a text together
+    qint64 pictureSteps; // of a microsecond each
+    qint64 pageSteps;
 };
 
 // The pictures of the text on show: reads them from the search paths within limits, and reads them
@@ -57,20 +59,26 @@ public:
     void clear(QTextDocument *document);
 
 private:
-    QPixmap placeholder();
-    QPixmap read(const QUrl &name, const QStringList &searchPaths);
-    QPixmap decode(QIODevice &device, qint64 *pixels) const;
-    QString fileNameOf(const QUrl &name) const;
-
     struct Picture
     {
         qint64 pixels = 0;
+        double cost = 0; // nanoseconds, also of one that was refused
         bool isHandedOver = false;
     };
+    QPixmap placeholder();
+    QPixmap read(const QUrl &name, const QStringList &searchPaths);
+    QByteArray bytesOf(const QUrl &name, const QStringList &searchPaths) const;
+    bool charge(Picture &picture, double nanoseconds);
+    QPixmap decode(QByteArray bytes, Picture &picture);
+    QString fileNameOf(const QUrl &name) const;
+
     const HtmlPictureLimits m_limits;
     QHash<QUrl, Picture> m_pictures;
     QHash<QUrl, QString> m_downloads;
     QMultiHash<QString, QUrl> m_namesOfFile;
+    // What turned out to be no picture, by what is in it.
+    QSet<QByteArray> m_failed;
     qint64 m_pixels = 0;
+    double m_cost = 0;
     QPixmap m_placeholder;
 };

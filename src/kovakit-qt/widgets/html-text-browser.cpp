@@ -41,6 +41,8 @@ constexpr HtmlPictureLimits pictureLimits = {
     ImageDownloader::maxBytes,
     HtmlTextBrowser::maxPicturePixels,
     HtmlTextBrowser::maxPagePixels,
+    HtmlTextBrowser::maxPictureSteps,
+    HtmlTextBrowser::maxPagePictureSteps,
 };
 
 // Where downloaded pictures lie: the folder that all programs of this user share, or one of this

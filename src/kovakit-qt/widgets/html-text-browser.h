@@ -76,6 +76,18 @@ public:
     static constexpr qint64 maxPicturePixels = qint64(16) * 1024 * 1024;
     /** How many pixels the pictures of one text may have together. */
     static constexpr qint64 maxPagePixels = qint64(64) * 1024 * 1024;
+    /**
+     * How many steps it may take to decode one picture, of the same kind as #maxLayoutSteps: half a
+     * second. They are worked out before it is decoded, from its size, its format and its length;
+     * for a JPEG picture from the number of its scans too, for a PNG picture from what is folded up
+     * in it besides pixels. One in arithmetic coding is refused.
+     */
+    static constexpr qint64 maxPictureSteps = 500000;
+    /**
+     * How many steps it may take to decode all pictures of a text, also those that turn out to be
+     * none: two seconds. What is known to be no picture is not decoded again under another name.
+     */
+    static constexpr qint64 maxPagePictureSteps = 2000000;
 
     /** An empty browser; @p parent owns it. */
     explicit HtmlTextBrowser(QWidget *parent = nullptr);

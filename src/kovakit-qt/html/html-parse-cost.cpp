@@ -14,7 +14,7 @@ namespace {
 
 // Nanoseconds, each of them twice: a text is read to learn what its layout costs, and to show it.
 constexpr double costOfCharacter = 2 * 60;
-constexpr double costOfStyleCharacter = 2 * 80;
+constexpr double costOfStyleCharacter = 2 * 100;
 constexpr double costOfElement = 2 * 1500;
 constexpr double costOfOpenElement = 2 * 12;
 constexpr double costOfListItem = 2 * 18;

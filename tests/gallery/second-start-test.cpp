@@ -46,7 +46,8 @@ std::unique_ptr<QProcess> startGallery(const QString &page)
 
 void SecondStartTest::initTestCase()
 {
-    qputenv("TMPDIR", QFile::encodeName(scratchFolder()));
+    for (const char *name : {"TMPDIR", "XDG_RUNTIME_DIR"})
+        qputenv(name, QFile::encodeName(scratchFolder()));
     QVERIFY2(!xdotool({"version"}).isEmpty(), "xdotool is not installed");
 }
 

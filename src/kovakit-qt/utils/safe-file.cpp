@@ -194,6 +194,25 @@ bool makeOwnFolder(const QString &path)
     return isShared(cleanPath) && walkShared(cleanPath, make, closeToOthers).isValid();
 }
 
+bool isPrivateFolder(const QString &path)
+{
+    const QString cleanPath = QDir::cleanPath(path);
+    const Descriptor folder(
+        ::open(QFile::encodeName(cleanPath).constData(), folderFlags | O_NOFOLLOW));
+    const std::optional<mode_t> mode = modeOfOwn(folder);
+    return mode && (*mode & othersBits) == 0 && isTrustedFolder(cleanPath);
+}
+
+bool makePrivateFolder(const QString &path)
+{
+    const QString cleanPath = QDir::cleanPath(path);
+    if (isShared(cleanPath))
+        return makeOwnFolder(cleanPath) && isPrivateFolder(cleanPath);
+    QDir().mkpath(folderOf(cleanPath));
+    ::mkdir(QFile::encodeName(cleanPath).constData(), 0700);
+    return isPrivateFolder(cleanPath);
+}
+
 bool replaceFile(const QString &path, const QByteArray &content)
 {
     // A file system writes out at once what takes the place of another file: fifty pictures that

@@ -21,6 +21,14 @@
 // False if there is no such folder.
 [[nodiscard]] bool makeOwnFolder(const QString &path);
 
+// Whether the folder @p path is this user's own, nobody else can enter it, and it is no link; below
+// the temporary folder isTrustedFolder() has to hold too.
+[[nodiscard]] bool isPrivateFolder(const QString &path);
+
+// Makes the folder @p path, and what is missing of the way to it, for this user alone, or takes the
+// one that is there. False if isPrivateFolder() does not hold afterwards.
+[[nodiscard]] bool makePrivateFolder(const QString &path);
+
 // Puts @p content in place of the file @p path, in one step: nobody ever sees half of it.
 //
 // A link, pipe or device at @p path itself is replaced, not followed, and a file that holds @p

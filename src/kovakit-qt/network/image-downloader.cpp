@@ -13,11 +13,10 @@
 
 namespace {
 
-// Reading takes as long as the square of the number of pieces that wait, and a server may send
-// each byte as a piece of its own.
-constexpr qint64 readStep = qint64(16) * 1024;
+// What is read in one step; the rest stays with the server.
+constexpr qint64 readStep = qint64(64) * 1024;
 
-// The network's thread may be about to say something to it.
+// It may be in the middle of its signal.
 struct DeleteLater
 {
     void operator()(QObject *object) const { object->deleteLater(); }
@@ -109,7 +108,6 @@ void ImageDownloader::start()
         return;
     }
     d->reply = d->manager->get(QNetworkRequest(remote));
-    // What is read in one step is bounded too; the rest stays with the server.
     d->reply->setReadBufferSize(readStep);
     const auto read = [this] { d->read(); };
     connect(d->reply, &QNetworkReply::metaDataChanged, this, read);
@@ -130,8 +128,6 @@ void ImageDownloader::stop()
     if (QNetworkReply *reply = std::exchange(d->reply, nullptr)) {
         d->manager->disconnect(this);
         reply->disconnect(this);
-        reply->abort();
-        // At once: an error that is on its way from the network's thread has nobody to go to.
         delete reply;
     }
 }

@@ -42,7 +42,12 @@ public:
      * settings hold for it. Nothing is unpacked: a picture that the server compresses, though it is
      * asked not to, is written as it comes. Only the first call has an effect.
      *
-     * Redirects are not followed. The address of a pipe or a device counts as a network error.
+     * Redirects are not followed. The address of a pipe or a device counts as a network error, and
+     * so does an answer with more than 64 KiB around its content: status line, headers, answers
+     * such as "100 Continue", extensions of chunks and trailers, all together.
+     *
+     * Nothing runs in a thread: stop() and deleting the download close the connection at once,
+     * whatever the server does, and leave nothing behind.
      */
     void start();
 
@@ -53,8 +58,8 @@ public:
     [[nodiscard]] QString path() const;
 
     /**
-     * Goes on with the connection of @p earlier, if that has ended well: with the thread that runs
-     * for it, and what the server has kept open. Has an effect only before start().
+     * Goes on with the connection of @p earlier, if that has ended well and the server has kept it
+     * open. Has an effect only before start().
      */
     void takeOver(ImageDownloader *earlier);
 

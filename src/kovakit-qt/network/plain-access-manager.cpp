@@ -2,6 +2,8 @@
 
 #include "plain-access-manager_p.h"
 
+#include "http-reply_p.h"
+
 #include <QNetworkReply>
 #include <QNetworkRequest>
 
@@ -29,6 +31,10 @@ QNetworkReply *PlainAccessManager::createRequest(Operation operation,
     sent.setAttribute(QNetworkRequest::CookieSaveControlAttribute, QNetworkRequest::Manual);
     // In place of Qt's own offer to unpack.
     sent.setRawHeader("Accept-Encoding", "identity");
+    const QString scheme = sent.url().scheme();
+    if (operation == GetOperation
+        && (scheme == QLatin1String("http") || scheme == QLatin1String("https")))
+        return new HttpReply(sent, this, &m_kept);
     return QNetworkAccessManager::createRequest(operation, sent, outgoing);
 }
 

@@ -50,7 +50,10 @@ public:
     /** A hidden dialog that has fetched nothing; @p parent owns it. */
     explicit BrowserWindow(QWidget *parent);
 
-    /** Ends the fetches that still run; nothing is shown and nothing emitted for them. */
+    /**
+     * Ends the fetches that still run, at once, whatever their servers do; nothing is shown and
+     * nothing emitted for them.
+     */
     ~BrowserWindow() override;
 
     /**

@@ -85,14 +85,18 @@ QWidget *SettingsPage::makeForm()
         new Card(tr("Backup server"), tr("What is wrong is marked when you save, and stays marked "
                                          "until it is right. Try the port 80000."));
     const auto addField = [this, card](const QString &caption, const char *text,
-                                       const QString &unit, bool (*validator)(const QString &)) {
+                                       const QString &unit, bool (*validator)(const QString &),
+                                       const QString &reason) {
         KovaLineEdit *field = makeField(caption, QString::fromLatin1(text), unit);
         field->setValidator(validator);
+        m_reasons.insert(field, reason);
         card->add(field);
     };
-    addField(tr("&Server"), "backup.example.org", QString(), isHost);
-    addField(tr("&Port"), "8080", tr("from 1 to 65535"), isPort);
-    addField(tr("&Keep"), "32", tr("versions of each file"), isCount);
+    addField(tr("&Server"), "backup.example.org", QString(), isHost,
+             tr("Enter the name of the server, without blanks."));
+    addField(tr("&Port"), "8080", tr("from 1 to 65535"), isPort,
+             tr("Enter a number from 1 to 65535."));
+    addField(tr("&Keep"), "32", tr("versions of each file"), isCount, tr("Enter a number from 1."));
 
     auto *times = new KovaComboBox;
     times->addItems(hours());
@@ -143,7 +147,7 @@ QWidget *SettingsPage::makeFootbar()
 
 void SettingsPage::check(KovaLineEdit *field)
 {
-    field->setError(!field->validate());
+    field->setError(field->validate() ? QString() : m_reasons.value(field));
     const bool wrong = std::any_of(m_fields.begin(), m_fields.end(), [](KovaLineEdit *each) {
         return each->getLineEdit()->property("error").toBool();
     });
@@ -166,8 +170,9 @@ QWidget *SettingsPage::makeStates()
     int column = 0;
     const auto addState = [&](const QString &name, QLineEdit *field, QWidget *box) {
         field->setFixedHeight(kovaPx(28));
+        field->setAccessibleName(name);
         grid->addWidget(makeRowLabel(name), 0, column);
-        grid->addWidget(field->parentWidget(), 1, column);
+        grid->addWidget(field->parentWidget(), 1, column, Qt::AlignTop);
         if (box)
             grid->addWidget(box, 2, column);
         ++column;

@@ -4,6 +4,8 @@
 
 #include "gallery-page.h"
 
+#include <QHash>
+
 class KovaLineEdit;
 class QLabel;
 
@@ -24,5 +26,6 @@ private:
     void save();
 
     QList<KovaLineEdit *> m_fields;
+    QHash<KovaLineEdit *, QString> m_reasons;
     QLabel *m_problem = nullptr;
 };

@@ -60,17 +60,6 @@ bool isMarked(const QString &text)
     return doubled;
 }
 
-QString withoutMarks(const QString &text)
-{
-    QString words;
-    for (int at = 0; at < text.size(); ++at) {
-        if (text.at(at) == QLatin1Char('&') && ++at == text.size())
-            break;
-        words += text.at(at);
-    }
-    return words;
-}
-
 } // namespace
 
 class KovaLineEdit::Private
@@ -82,13 +71,20 @@ public:
     }
 
     void readLabels();
-    void describeError(bool error);
+    void showError(bool error, const QString &reason);
+    void placeReason();
+    void describeError(bool error, const QString &reason);
 
     QHBoxLayout *const layout;
     QLabel *const preLabel = new QLabel;
     QLabel *const postLabel = new QLabel;
     QLineEdit *const lineEdit = new QLineEdit;
+    QLabel *reasonLabel = nullptr;
+    QMargins margins;
     QString labelName;
+    // What the field is described as, by this class and by its owner.
+    QString description;
+    QString ownDescription;
     bool (*validator)(const QString &) = nullptr;
 };
 
@@ -130,7 +126,8 @@ QLineEdit *KovaLineEdit::getLineEdit() const
 
 void KovaLineEdit::setMargins(int left, int top, int right, int bottom)
 {
-    d->layout->setContentsMargins(kovaPx(left), kovaPx(top), kovaPx(right), kovaPx(bottom));
+    d->margins = QMargins(kovaPx(left), kovaPx(top), kovaPx(right), kovaPx(bottom));
+    d->placeReason();
 }
 
 void KovaLineEdit::setSpacing(int spacing)
@@ -150,23 +147,69 @@ bool KovaLineEdit::validate() const
 
 void KovaLineEdit::setError(bool error)
 {
-    d->lineEdit->setProperty("error", error);
-    d->lineEdit->style()->polish(d->lineEdit);
-    d->lineEdit->update();
-    d->describeError(error);
+    d->showError(error, QString());
 }
 
-void KovaLineEdit::Private::describeError(bool error)
+void KovaLineEdit::setError(const QString &reason)
 {
-    const QString description = lineEdit->accessibleDescription();
-    const bool described = description.startsWith(warningSign());
-    if (error && !described) {
-        lineEdit->setAccessibleDescription(
-            QString(warningSign() + QLatin1Char(' ') + description).trimmed());
+    d->showError(!reason.isEmpty(), reason);
+}
+
+void KovaLineEdit::setError(const char *reason)
+{
+    setError(QString::fromUtf8(reason));
+}
+
+void KovaLineEdit::Private::showError(bool error, const QString &reason)
+{
+    if (!reason.isEmpty() && !reasonLabel) {
+        reasonLabel = new QLabel(lineEdit->parentWidget());
+        reasonLabel->setTextFormat(Qt::PlainText);
+        reasonLabel->setWordWrap(true);
+        reasonLabel->setStyleSheet(getStyleSheet("component.lineedit_error", false));
+    }
+    if (reasonLabel) {
+        reasonLabel->setText(reason);
+        reasonLabel->setVisible(!reason.isEmpty());
+        placeReason();
+    }
+    lineEdit->setProperty("error", error);
+    lineEdit->style()->polish(lineEdit);
+    lineEdit->update();
+    describeError(error, reason);
+}
+
+// Below the row, in a margin: the row is one line of three, which hosts reach by layout().
+void KovaLineEdit::Private::placeReason()
+{
+    int room = 0;
+    if (reasonLabel && !reasonLabel->text().isEmpty()) {
+        const QRect row = layout->contentsRect();
+        const QRect field = lineEdit->geometry();
+        const int gap = kovaPx(4);
+        const bool fromRight = lineEdit->isRightToLeft();
+        const int width =
+            fromRight ? field.right() + 1 - row.left() : row.right() + 1 - field.left();
+        const int height = reasonLabel->heightForWidth(width);
+        reasonLabel->setGeometry(fromRight ? row.left() : field.left(), row.bottom() + 1 + gap,
+                                 width, height);
+        room = gap + height;
+    }
+    layout->setContentsMargins(margins + QMargins(0, 0, 0, room));
+}
+
+void KovaLineEdit::Private::describeError(bool error, const QString &reason)
+{
+    const QString before = lineEdit->accessibleDescription();
+    if (before != description)
+        ownDescription = before;
+    QStringList parts = {error ? warningSign() : QString(), reason, ownDescription};
+    parts.removeAll(QString());
+    description = error ? parts.join(QLatin1Char(' ')) : ownDescription;
+    lineEdit->setAccessibleDescription(description);
+    if (error && description != before) {
         QAccessibleEvent alert(lineEdit, QAccessible::Alert);
         QAccessible::updateAccessibility(&alert);
-    } else if (!error && described) {
-        lineEdit->setAccessibleDescription(description.mid(warningSign().size()).trimmed());
     }
 }
 
@@ -179,7 +222,10 @@ bool KovaLineEdit::event(QEvent *event)
 {
     if (event->type() == QEvent::LayoutRequest || event->type() == QEvent::Show)
         d->readLabels();
-    return QWidget::event(event);
+    const bool done = QWidget::event(event);
+    if (event->type() == QEvent::LayoutRequest || event->type() == QEvent::Resize)
+        d->placeReason();
+    return done;
 }
 
 void KovaLineEdit::Private::readLabels()
@@ -195,7 +241,7 @@ void KovaLineEdit::Private::readLabels()
             label->setText(text);
         }
         if (name.isEmpty())
-            name = marked ? withoutMarks(text) : withoutMarkup(text);
+            name = marked ? withoutMnemonics(text) : withoutMarkup(text);
     }
     // What the owner has called the field stays.
     const QString known = lineEdit->accessibleName();

@@ -54,13 +54,25 @@ public:
     [[nodiscard]] bool validate() const;
 
     /**
-     * Shows the field as wrong, or as right again.
+     * Shows the field as wrong, or as right again, without words that say what is wrong.
      *
-     * Screen readers get a warning sign in front of the field's accessible description, which is
-     * the place for the words that say what is wrong. Words that are set while an error shows
-     * replace the sign; call this again after them.
+     * Screen readers get a warning sign in front of the field's accessible description. A
+     * description that is set while an error shows replaces the sign; call this again after it.
      */
     void setError(bool error);
+
+    /**
+     * Shows the field as wrong with the plain text @p reason under it, or as right again if that
+     * is empty.
+     *
+     * The row grows by the lines that the text takes over the width from the field to its end.
+     * Screen readers read the text out when it comes, and find it after the warning sign in the
+     * field's accessible description, in front of what the owner described there.
+     */
+    void setError(const QString &reason);
+
+    /** The same for @p reason in UTF-8, which would otherwise count as true. */
+    void setError(const char *reason);
 
     /** The label before the field, owned by this widget. */
     [[nodiscard]] QLabel *getPreLabel() const;
@@ -75,7 +87,7 @@ public:
     [[nodiscard]] QString getEditText() const;
 
 protected:
-    /** Reads the labels anew, once the new text of one has to be laid out. */
+    /** Reads the labels anew, once the new text of one has to be laid out, and places the error. */
     bool event(QEvent *event) override;
 
 private:

@@ -2,6 +2,8 @@
 
 #include "named-action_p.h"
 
+#include "kovakit-qt/utils/markup_p.h"
+
 #include <QAccessible>
 #include <QAccessibleActionInterface>
 #include <QAccessibleInterface>
@@ -13,12 +15,14 @@
 namespace {
 
 constexpr char fullNameProperty[] = "kovaFullName";
+constexpr char speaksProperty[] = "kovaSpeaksForEntries";
 
 // Qt makes the interface of a menu's entry anew for every action, and offers none to derive from.
-class NamedActionAccessible : public QAccessibleObject, public QAccessibleActionInterface
+// Its own triggers an entry and leaves the menu open.
+class ActionAccessible : public QAccessibleObject, public QAccessibleActionInterface
 {
 public:
-    NamedActionAccessible(QAction *action, QMenu *menu)
+    ActionAccessible(QAction *action, QMenu *menu)
         : QAccessibleObject(action)
         , m_menu(menu)
     {
@@ -29,11 +33,20 @@ public:
     {
         return QAccessible::queryAccessibleInterface(m_menu);
     }
-    QAccessibleInterface *child(int) const override { return nullptr; }
-    int childCount() const override { return 0; }
-    int indexOfChild(const QAccessibleInterface *) const override { return -1; }
+    QAccessibleInterface *child(int index) const override
+    {
+        return index == 0 ? QAccessible::queryAccessibleInterface(action()->menu()) : nullptr;
+    }
+    int childCount() const override { return action()->menu() ? 1 : 0; }
+    int indexOfChild(const QAccessibleInterface *child) const override
+    {
+        return child && child->object() == action()->menu() ? 0 : -1;
+    }
     QWindow *window() const override { return parent()->window(); }
-    QAccessible::Role role() const override { return QAccessible::MenuItem; }
+    QAccessible::Role role() const override
+    {
+        return action()->isSeparator() ? QAccessible::Separator : QAccessible::MenuItem;
+    }
 
     QRect rect() const override
     {
@@ -43,8 +56,12 @@ public:
 
     QString text(QAccessible::Text kind) const override
     {
-        return kind == QAccessible::Name ? action()->property(fullNameProperty).toString()
-                                         : QString();
+        if (kind == QAccessible::Accelerator)
+            return action()->shortcut().toString(QKeySequence::NativeText);
+        if (kind != QAccessible::Name)
+            return QString();
+        const QVariant fullName = action()->property(fullNameProperty);
+        return fullName.isValid() ? fullName.toString() : withoutMnemonics(action()->text());
     }
 
     QAccessible::State state() const override
@@ -52,7 +69,11 @@ public:
         QAccessible::State state;
         state.invisible = !m_menu->isVisible() || !action()->isVisible();
         state.disabled = !action()->isEnabled();
+        state.focusable = !action()->isSeparator();
         state.focused = m_menu->activeAction() == action();
+        state.checkable = action()->isCheckable();
+        state.checked = action()->isChecked();
+        state.hasPopup = action()->menu() != nullptr;
         return state;
     }
 
@@ -62,27 +83,66 @@ public:
                  ? static_cast<QAccessibleActionInterface *>(this)
                  : nullptr;
     }
-    QStringList actionNames() const override { return {pressAction()}; }
+    QStringList actionNames() const override
+    {
+        if (action()->isSeparator() || !action()->isEnabled())
+            return {};
+        return {action()->menu() ? showMenuAction() : pressAction()};
+    }
     void doAction(const QString &name) override
     {
-        if (name == pressAction())
-            action()->trigger();
+        if (!actionNames().contains(name))
+            return;
+        if (name == showMenuAction()) {
+            m_menu->setActiveAction(action());
+            return;
+        }
+        // As a click does it, and from the event loop, which the action may run anew.
+        closeAll(m_menu);
+        QMetaObject::invokeMethod(action(), &QAction::trigger, Qt::QueuedConnection);
     }
     QStringList keyBindingsForAction(const QString &) const override { return {}; }
 
 private:
+    static void closeAll(QMenu *menu)
+    {
+        for (QPointer<QMenu> each = menu; each;) {
+            const QAction *own = each->menuAction();
+            each->close();
+            QMenu *above = nullptr;
+            for (QWidget *widget : own->associatedWidgets())
+                above = above ? above : qobject_cast<QMenu *>(widget);
+            each = above && above->isVisible() ? above : nullptr;
+        }
+    }
+
     QAction *action() const { return static_cast<QAction *>(object()); }
 
     QPointer<QMenu> m_menu;
 };
 
+// The menu that shows an entry of its own name, or one that speaks for its entries.
+QMenu *speakingMenu(const QAction *action)
+{
+    auto *owner = qobject_cast<QMenu *>(action->parent());
+    if (owner && action->property(fullNameProperty).isValid())
+        return owner;
+    QMenu *found = nullptr;
+    for (QWidget *widget : action->associatedWidgets()) {
+        auto *menu = qobject_cast<QMenu *>(widget);
+        if (menu && menu->property(speaksProperty).toBool() && (!found || menu->isVisible()))
+            found = menu;
+    }
+    return found;
+}
+
 QAccessibleInterface *createInterface(const QString &className, QObject *object)
 {
-    if (className != QLatin1String(QAction::staticMetaObject.className())
-        || !object->property(fullNameProperty).isValid())
+    if (className != QLatin1String(QAction::staticMetaObject.className()))
         return nullptr;
-    auto *menu = qobject_cast<QMenu *>(object->parent());
-    return menu ? new NamedActionAccessible(static_cast<QAction *>(object), menu) : nullptr;
+    auto *action = static_cast<QAction *>(object);
+    QMenu *menu = speakingMenu(action);
+    return menu ? new ActionAccessible(action, menu) : nullptr;
 }
 
 } // namespace
@@ -92,4 +152,10 @@ void setFullName(QAction *action, const QString &name)
     QAccessible::installFactory(createInterface);
     action->setProperty(fullNameProperty, name);
     action->setToolTip(name);
+}
+
+void speakForEntries(QMenu *menu)
+{
+    QAccessible::installFactory(createInterface);
+    menu->setProperty(speaksProperty, true);
 }

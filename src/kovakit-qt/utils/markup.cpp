@@ -10,3 +10,14 @@ QString withoutMarkup(const QString &text)
 {
     return Qt::mightBeRichText(text) ? QTextDocumentFragment::fromHtml(text).toPlainText() : text;
 }
+
+QString withoutMnemonics(const QString &text)
+{
+    QString words;
+    for (int at = 0; at < text.size(); ++at) {
+        if (text.at(at) == QLatin1Char('&') && ++at == text.size())
+            break;
+        words += text.at(at);
+    }
+    return words;
+}

@@ -342,6 +342,12 @@ void KovaButtonPath::updateGeometries()
         bar->setValue(value);
 }
 
+void KovaButtonPath::currentChanged(const QModelIndex &current, const QModelIndex &previous)
+{
+    // A QTableView would tell of the cell as of a child, which the tool bar does not have.
+    QAbstractItemView::currentChanged(current, previous); // NOLINT(bugprone-parent-virtual-call)
+}
+
 void KovaButtonPath::resizeEvent(QResizeEvent *event)
 {
     QTableWidget::resizeEvent(event);

@@ -74,6 +74,8 @@ protected:
     bool eventFilter(QObject *watched, QEvent *event) override;
     /** Lets the row be scrolled until its first name lies beside the button of the menu. */
     void updateGeometries() override;
+    /** Tells assistive technology nothing: a cell is nothing to it, only the button inside. */
+    void currentChanged(const QModelIndex &current, const QModelIndex &previous) override;
     /** Keeps the button of the menu at the edge where the row begins. */
     void resizeEvent(QResizeEvent *event) override;
     /** Follows the layout direction with the button of the menu and the arrows. */

@@ -2,6 +2,8 @@
 
 #include "kova-button.h"
 
+#include "kovakit-qt/accessibility/button-accessible_p.h"
+
 #include <kovakit-qt/style/style-manager.h>
 
 namespace {
@@ -30,6 +32,7 @@ const char *styleKey(int type)
 
 KovaButton::KovaButton(const QString &text, int type)
 {
+    installButtonAccessibility<KovaButton>();
     setText(text);
     setFlat(true);
     setSizePolicy(QSizePolicy::Fixed, QSizePolicy::Fixed);

@@ -43,6 +43,26 @@ QString boxStyle()
                   QStringLiteral("border: 1px solid #C8D2DC;"));
 }
 
+// Assistive technology selects an item of the list and moves nothing; the pointer and keys move the
+// current item too, which comes to the list just after.
+void chooseWhatIsSelected(KovaComboBox *box)
+{
+    const QItemSelectionModel *selection = box->view()->selectionModel();
+    QObject::disconnect(selection, &QItemSelectionModel::selectionChanged, box, nullptr);
+    const auto choose = [box] {
+        const QModelIndexList selected = box->view()->selectionModel()->selectedIndexes();
+        if (selected.isEmpty() || selected.constFirst() == box->view()->currentIndex()
+            || !(selected.constFirst().flags() & Qt::ItemIsEnabled))
+            return;
+        box->hidePopup();
+        box->setCurrentIndex(selected.constFirst().row());
+        Q_EMIT box->activated(box->currentIndex());
+        Q_EMIT box->textActivated(box->currentText());
+    };
+    QObject::connect(selection, &QItemSelectionModel::selectionChanged, box, choose,
+                     Qt::QueuedConnection);
+}
+
 } // namespace
 
 KovaComboBox::KovaComboBox(QWidget *parent)
@@ -53,6 +73,13 @@ KovaComboBox::KovaComboBox(QWidget *parent)
     setPlaceholderApart(this);
     // The delegate that a combo box brings along does not draw the items' style rules.
     view()->setItemDelegate(new QStyledItemDelegate(view()));
+}
+
+void KovaComboBox::showEvent(QShowEvent *event)
+{
+    // Not in the constructor: a model that is set later brings a selection of its own along.
+    chooseWhatIsSelected(this);
+    QComboBox::showEvent(event);
 }
 
 void KovaComboBox::paintEvent(QPaintEvent *)

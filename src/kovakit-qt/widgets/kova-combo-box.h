@@ -24,6 +24,8 @@ public:
     explicit KovaComboBox(QWidget *parent = nullptr);
 
 protected:
+    /** Has an item chosen, with activated(), that assistive technology selects in the list. */
+    void showEvent(QShowEvent *event) override;
     /** Draws the box, its arrow from all the pixels of the device, its placeholder weaker than an
      *  entry. */
     void paintEvent(QPaintEvent *event) override;

@@ -2,6 +2,7 @@
 
 #include "kova-icon-button.h"
 
+#include "kovakit-qt/accessibility/button-accessible_p.h"
 #include "kovakit-qt/image-manager/logical-size_p.h"
 #include "kovakit-qt/style/crisp-icons_p.h"
 
@@ -70,6 +71,7 @@ void KovaIconButton::initialize()
 
 void KovaIconButton::Private::applyLook(const QString &style)
 {
+    installButtonAccessibility<KovaIconButton>();
     q->setToolButtonStyle(Qt::ToolButtonIconOnly);
     q->setSizePolicy(QSizePolicy::Fixed, QSizePolicy::Fixed);
     q->setStyleSheet(style);

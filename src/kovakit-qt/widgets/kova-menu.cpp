@@ -2,6 +2,7 @@
 
 #include "kova-menu.h"
 
+#include "kovakit-qt/accessibility/named-action_p.h"
 #include "kovakit-qt/utils/input-guards_p.h"
 
 #include <QScreen>
@@ -42,6 +43,7 @@ KovaMenu::KovaMenu(QWidget *parent)
     : QMenu(parent)
 {
     dropLateClicks(this);
+    speakForEntries(this);
 }
 
 QPoint KovaMenu::positionOnScreen(const QRect &menu, const QRect &workArea)

@@ -9,6 +9,7 @@
 #include <kovakit-qt/style/dpi-info.h>
 #include <kovakit-qt/style/style-manager.h>
 
+#include <QAccessibleWidget>
 #include <QFrame>
 #include <QHBoxLayout>
 #include <QLabel>
@@ -22,11 +23,23 @@
 #include <utility>
 #include <vector>
 
+namespace {
+
+// A plain widget has no role, not even as a window.
+QAccessibleInterface *createAccessible(const QString &, QObject *object)
+{
+    auto *window = qobject_cast<GalleryWindow *>(object);
+    return window ? new QAccessibleWidget(window, QAccessible::Window) : nullptr;
+}
+
+} // namespace
+
 GalleryWindow::GalleryWindow(const QString &language)
     : m_list(new QListWidget)
     , m_stack(new QStackedWidget)
     , m_report(new QLabel)
 {
+    QAccessible::installFactory(createAccessible);
     setAttribute(Qt::WA_StyledBackground);
     setStyleSheet(getStyleSheet("gallery.window", false) + getStyleSheet("theme.window", false));
 
@@ -89,6 +102,7 @@ QWidget *GalleryWindow::makeContent()
     setStyleKey(m_report, "gallery.report");
     m_report->setIndent(0);
     m_report->setWordWrap(true);
+    m_report->setTextFormat(Qt::PlainText);
     m_report->setTextInteractionFlags(Qt::TextSelectableByMouse);
     m_report->setAccessibleDescription(tr("Report"));
     layout->addWidget(m_report);

@@ -2,6 +2,7 @@
 
 #include "labels-page.h"
 
+#include "column-splitter.h"
 #include "page-widgets.h"
 
 #include <kovakit-qt/style/dpi-info.h>
@@ -11,7 +12,6 @@
 #include <kovakit-qt/widgets/kova-label.h>
 #include <kovakit-qt/widgets/link-label.h>
 
-#include <QSplitter>
 #include <QVBoxLayout>
 
 #include <utility>
@@ -25,10 +25,13 @@ LabelsPage::LabelsPage()
 
 QWidget *LabelsPage::makeSplitter()
 {
-    auto *card = new Card(tr("Labels that wrap"),
-                          tr("Drag the handle between the columns: each text takes the "
-                             "height that it needs."));
-    auto *splitter = new QSplitter;
+    auto *card =
+        new Card(tr("Labels that wrap"),
+                 tr("Move the handle between the columns, with the mouse or the arrow keys: "
+                    "each text takes the height that it needs."));
+    auto *splitter = new ColumnSplitter(tr("Width of the first column"));
+    connect(splitter, &ColumnSplitter::widthChanged, this,
+            [this](int width) { report(tr("The first column is %1 pixels wide.").arg(width)); });
     splitter->setStyleSheet(getStyleSheet("gallery.splitter", false));
     splitter->setHandleWidth(kovaPx(9));
     splitter->setChildrenCollapsible(false);
@@ -84,8 +87,10 @@ QWidget *LabelsPage::makeTooltips()
                           tr("Blanks, line breaks and signs are shown as they are. "
                              "Rest the pointer on the button."));
     auto *button = new KovaButton(tr("Show the rule"), KovaButton::Standard);
-    button->setToolTip(getHtmlEscapedStringForToolTip(
-        QStringLiteral("if (size < 10 && name == \"R&D\")\n    skip <b>this</b> file;")));
+    const QString rule =
+        QStringLiteral("if (size < 10 && name == \"R&D\")\n    skip <b>this</b> file;");
+    button->setToolTip(getHtmlEscapedStringForToolTip(rule));
+    connect(button, &QPushButton::clicked, this, [this, rule] { report(rule); });
     card->addRow({button});
     return card;
 }

@@ -68,7 +68,8 @@ QWidget *MenusPage::makeSearch()
                                         "the menu; Escape closes it again."));
     auto *bar = new KovaFilterBar;
     bar->setPlaceholderText(tr("Search in backups"));
-    bar->setFixedWidth(kovaPx(320));
+    bar->setAccessibleName(bar->placeholderText());
+    bar->setFixedWidth(kovaPx(280));
     auto *menu = new KovaMenu(bar);
     menu->setTitle(tr("Search in"));
     setStyleKey(menu, "component.menu");
@@ -83,11 +84,14 @@ QWidget *MenusPage::makeSearch()
     connect(bar, &KovaFilterBar::sigKeywordChanged, this, [this, group](const QString &keyword) {
         report(tr("Searching for \"%1\" in: %2.").arg(keyword, group->checkedAction()->text()));
     });
+    auto *search = new KovaButton(tr("Search"), KovaButton::Standard);
+    connect(search, &QPushButton::clicked, bar, &KovaFilterBar::slotKeywordChange);
     auto *off = new KovaFilterBar;
     off->setMenu(menu);
+    off->setAccessibleName(bar->placeholderText());
     off->setText(tr("Switched off"));
     off->setEnabled(false);
-    card->addRow({bar, off});
+    card->addRow({bar, search, off});
     addPopup(bar, QStringLiteral("search"),
              [bar] { bar->findChild<KovaIconButton *>()->showMenu(); });
     return card;

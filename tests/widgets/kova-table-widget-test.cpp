@@ -87,6 +87,8 @@ private Q_SLOTS:
     void hidesColumnsInBoth();
     void scrollBarHidesWhenAllRowsFit();
     void keyboardWalksTheRows();
+    void keyboardUsesTheHeader_data();
+    void keyboardUsesTheHeader();
     void cutCellsHaveTooltips();
 };
 
@@ -293,7 +295,7 @@ void KovaTableWidgetTest::keyboardWalksTheRows()
     showActive(&window);
     QTableWidget *table = view->getTable();
     field->setFocus();
-    press(&window, {Qt::Key_Tab, Qt::Key_Down, Qt::Key_Down});
+    press(&window, {Qt::Key_Tab, Qt::Key_Tab, Qt::Key_Down, Qt::Key_Down});
     QCOMPARE(table->selectionModel()->selectedRows(), {table->model()->index(2, 0)});
     // A hidden column is no place for the keyboard to be.
     view->getHeader()->hideSection(1);
@@ -301,6 +303,66 @@ void KovaTableWidgetTest::keyboardWalksTheRows()
     QCOMPARE(table->currentColumn(), 2);
     press(&window, Qt::Key_Tab);
     QVERIFY(field->hasFocus());
+}
+
+void KovaTableWidgetTest::keyboardUsesTheHeader()
+{
+    QFETCH(Qt::LayoutDirection, direction);
+    KovaTableColumnsInfo columns = threeColumns(0);
+    columns.addColumn("Notes", 900, true, 0);
+    KovaTableWidget view(columns, nullptr);
+    QHeaderView *header = view.getHeader();
+    header->setSectionsClickable(true);
+    header->setSortIndicator(1, Qt::DescendingOrder);
+    const QSignalSpy clicks(header, &QHeaderView::sectionClicked);
+    view.setLayoutDirection(direction);
+    view.resize(kovaPx(500), kovaPx(200));
+    showActive(&view);
+    const bool isMirrored = direction == Qt::RightToLeft;
+    const int forward = isMirrored ? Qt::Key_Left : Qt::Key_Right;
+    const int back = isMirrored ? Qt::Key_Right : Qt::Key_Left;
+
+    view.getTable()->setFocus();
+    const QImage without = view.grab().toImage();
+    header->setFocus(Qt::TabFocusReason);
+    const QImage first = view.grab().toImage();
+    QVERIFY(first != without);
+    press(&view, forward);
+    QVERIFY(view.grab().toImage() != first);
+    press(&view, Qt::Key_Home);
+    QCOMPARE(view.grab().toImage(), first);
+    header->hideSection(2);
+    press(&view, {forward, Qt::Key_Space, Qt::Key_Return});
+    QCOMPARE(clicks.count(), 2);
+    QCOMPARE(clicks.last().value(0), 1);
+    QCOMPARE(header->sortIndicatorOrder(), Qt::DescendingOrder);
+    // The edge goes where the arrow points.
+    press(&view, forward, Qt::AltModifier);
+    press(&view, forward, Qt::AltModifier);
+    press(&view, back, Qt::ShiftModifier);
+    QCOMPARE(view.getTable()->columnWidth(1), kovaPx(100) + kovaPx(8));
+    // The hidden column is left out, what is out of sight comes into sight.
+    press(&view, forward);
+    const QWidget *viewport = view.getTable()->viewport();
+    const QRect rows(viewport->mapTo(&view, QPoint()), viewport->size());
+    const int begin = header->mapTo(&view, {header->sectionViewportPosition(3), 0}).x();
+    QCOMPARE(isMirrored ? begin + header->sectionSize(3) - 1 : begin,
+             isMirrored ? rows.right() : rows.left());
+    press(&view, Qt::Key_Space);
+    QCOMPARE(clicks.last().value(0), 3);
+    // Columns of a fixed width and titles beyond the ends stay.
+    press(&view, {forward, Qt::Key_Home, back});
+    press(&view, forward, Qt::AltModifier);
+    QCOMPARE(view.getTable()->columnWidth(0), kovaPx(200));
+    press(&view, Qt::Key_Space);
+    QCOMPARE(clicks.last().value(0), 0);
+}
+
+void KovaTableWidgetTest::keyboardUsesTheHeader_data()
+{
+    QTest::addColumn<Qt::LayoutDirection>("direction");
+    QTest::newRow("from left to right") << Qt::LeftToRight;
+    QTest::newRow("from right to left") << Qt::RightToLeft;
 }
 
 void KovaTableWidgetTest::cutCellsHaveTooltips()

@@ -2,6 +2,8 @@
 
 #include "named-accessible_p.h"
 
+#include <QWidget>
+
 #include <QAccessible>
 #include <QAccessibleWidget>
 
@@ -9,4 +11,12 @@ QString NamedAccessible::text(QAccessible::Text kind) const
 {
     const QString own = QAccessibleWidget::text(kind);
     return kind == QAccessible::Name && own.isEmpty() ? shownName() : own;
+}
+
+void renewAccessible(QWidget *widget)
+{
+    if (!QAccessible::isActive())
+        return;
+    QAccessibleInterface *interface = QAccessible::queryAccessibleInterface(widget);
+    QAccessible::deleteAccessibleInterface(QAccessible::uniqueId(interface));
 }

@@ -30,3 +30,8 @@ QAccessibleInterface *createAccessible(const QString &className, QObject *object
     auto *widget = qobject_cast<Widget *>(object);
     return widget ? new Interface(widget) : nullptr;
 }
+
+// With a screen reader running, Qt asks for the interface of a table or a tree while the
+// constructor of its base class runs, when no factory knows it yet, and keeps what it gets. Makes
+// Qt ask again.
+void renewAccessible(QWidget *widget);

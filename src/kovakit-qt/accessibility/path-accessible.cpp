@@ -16,12 +16,3 @@ QAccessibleInterface *makeArrowAccessible(QPushButton *arrow)
 {
     return new QAccessibleWidget(arrow, QAccessible::Separator);
 }
-
-void renewPathAccessible(QWidget *path)
-{
-    if (!QAccessible::isActive())
-        return;
-    QAccessibleInterface *interface = QAccessible::queryAccessibleInterface(path);
-    if (interface->role() != QAccessible::ToolBar)
-        QAccessible::deleteAccessibleInterface(QAccessible::uniqueId(interface));
-}

@@ -2,6 +2,8 @@
 
 #pragma once
 
+#include "named-accessible_p.h"
+
 #include <QAccessibleWidget>
 #include <QPushButton>
 
@@ -10,10 +12,6 @@
 
 // The separator that an arrow of a path bar is to assistive technology.
 [[nodiscard]] QAccessibleInterface *makeArrowAccessible(QPushButton *arrow);
-
-// With a screen reader running, the table that a path bar begins its life as has been asked for its
-// interface by now, and Qt has settled on that of a plain table. Makes Qt ask again.
-void renewPathAccessible(QWidget *path);
 
 template<class Path>
 [[nodiscard]] bool isArrowOfPath(const QPushButton *button)
@@ -44,5 +42,5 @@ template<class Path>
 void installPathAccessibility(Path *path)
 {
     QAccessible::installFactory(createPathAccessible<Path>);
-    renewPathAccessible(path);
+    renewAccessible(path);
 }

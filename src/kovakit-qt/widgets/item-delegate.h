@@ -25,7 +25,9 @@ KOVAKIT_EXPORT extern QRect g_check_rect;
  *
  * The field of an item that is edited in place refuses what is no file name: a dot at the
  * beginning, and the characters \ / : * ? " < > | anywhere. An empty text stays possible while
- * typing, but is not accepted. The field's look is the style "component.tree_item".
+ * typing, but is not accepted. A character that is refused shows why, in a tooltip that is read out
+ * as well: the string "file_name_refused". Screen readers call the field "accessible_new_name".
+ * Hosts may do without the two strings. The field's look is the style "component.tree_item".
  *
  * The view does not own its delegate: keep it as long as the view, or give it a parent.
  */
@@ -43,6 +45,10 @@ public:
 
     /** Puts the item's text into @p editor, a line edit, and the file-name rules upon it. */
     void setEditorData(QWidget *editor, const QModelIndex &index) const override;
+
+    /** Gives the item the text of @p editor, unless that is no file name. */
+    void setModelData(QWidget *editor, QAbstractItemModel *model,
+                      const QModelIndex &index) const override;
 
 Q_SIGNALS:
     /**

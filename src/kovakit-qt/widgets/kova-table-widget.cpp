@@ -2,13 +2,17 @@
 
 #include "kova-table-widget.h"
 
+#include "table-header_p.h"
+
+#include "kovakit-qt/accessibility/announcement_p.h"
+#include "kovakit-qt/accessibility/table-accessible_p.h"
+#include "kovakit-qt/accessibility/title-accessible_p.h"
+
 #include <kovakit-qt/style/dpi-info.h>
 #include <kovakit-qt/style/style-manager.h>
 #include <kovakit-qt/utils/escape-tooltip.h>
 
-#include <QHeaderView>
 #include <QHelpEvent>
-#include <QMouseEvent>
 #include <QPointer>
 #include <QScopedValueRollback>
 #include <QScrollArea>
@@ -51,39 +55,11 @@ void fitSection(QHeaderView *header, int logicalIndex, int size)
         header->resizeSection(logicalIndex, size);
 }
 
-class AlignedHeader : public QHeaderView
+// Left to itself an area scrolls to a widget that gets the focus. This one follows the rows.
+class HeaderArea : public QScrollArea
 {
-public:
-    using QHeaderView::QHeaderView;
-
 protected:
-    void mousePressEvent(QMouseEvent *event) override
-    {
-        m_pressX = x();
-        QHeaderView::mousePressEvent(event);
-    }
-
-    // The header moves with the rows, which slide along when a column at their end gets narrower.
-    // Counted in the header, the edge that is dragged would run away from the pointer.
-    void mouseMoveEvent(QMouseEvent *event) override
-    {
-        const int moved = event->buttons() ? x() - m_pressX : 0;
-        QMouseEvent unmoved(event->type(), event->localPos() + QPointF(moved, 0),
-                            event->windowPos(), event->screenPos(), event->button(),
-                            event->buttons(), event->modifiers());
-        QHeaderView::mouseMoveEvent(&unmoved);
-    }
-
-    // From right to left a header paints its sections one pixel further right than it says they
-    // are, where the lines of a table's grid would be.
-    void paintSection(QPainter *painter, const QRect &rect, int logicalIndex) const override
-    {
-        QHeaderView::paintSection(painter, isRightToLeft() ? rect.translated(-1, 0) : rect,
-                                  logicalIndex);
-    }
-
-private:
-    int m_pressX = 0;
+    bool focusNextPrevChild(bool next) override { return QWidget::focusNextPrevChild(next); }
 };
 
 // Shows the whole text of a cell that is too narrow for it, unless the cell has a tooltip.
@@ -125,11 +101,14 @@ public:
     void setUpColumns();
     void followRows(int logicalIndex, int newSize);
     void follow(QHeaderView *other, int logicalIndex, int newSize);
+    void showSection(int section) const;
+    void tellOfFocus(int section) const;
+    void tellOfOrder(int section) const;
 
     KovaTableWidget *const q;
     const KovaTableColumnsInfo columns;
     QScrollArea *headerArea = nullptr;
-    QHeaderView *header = nullptr;
+    TableHeader *header = nullptr;
     std::unique_ptr<QTableWidget> headerLabels;
     // The host may delete it.
     QPointer<ResizeSignalTableWidget> table;
@@ -142,6 +121,7 @@ KovaTableWidget::KovaTableWidget(const KovaTableColumnsInfo &columns, QWidget *p
     : QWidget(parent)
     , d(std::make_unique<Private>(this, columns))
 {
+    installTableAccessibility<ResizeSignalTableWidget, TableHeader, KovaTableWidget>();
     initailze();
 }
 
@@ -186,11 +166,19 @@ void KovaTableWidget::initailze()
         if (size.width() != d->sharedWidth)
             slotTableResized(size);
     });
+    connect(d->header, &TableHeader::cursorMoved, this, [this](int section) {
+        d->showSection(section);
+        // Qt tells of the focus of the header itself after the header was told.
+        QMetaObject::invokeMethod(
+            this, [this, section] { d->tellOfFocus(section); }, Qt::QueuedConnection);
+    });
+    connect(d->header, &QHeaderView::sortIndicatorChanged, this,
+            [this](int section) { d->tellOfOrder(section); });
 }
 
 void KovaTableWidget::Private::setUpHeader()
 {
-    headerArea = new QScrollArea;
+    headerArea = new HeaderArea;
     headerArea->setFixedHeight(kovaPx(designHeaderHeight));
     headerArea->setFocusPolicy(Qt::NoFocus);
     headerArea->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
@@ -199,7 +187,7 @@ void KovaTableWidget::Private::setUpHeader()
     layout->addWidget(headerArea);
 
     headerLabels = std::make_unique<QTableWidget>(0, int(columns.columns().size()) + 1);
-    header = new AlignedHeader(Qt::Horizontal);
+    header = new TableHeader(int(columns.columns().size()));
     header->setModel(headerLabels->model());
     header->setDefaultAlignment(Qt::AlignLeft | Qt::AlignVCenter);
     header->setHorizontalScrollMode(QAbstractItemView::ScrollPerPixel);
@@ -213,6 +201,7 @@ void KovaTableWidget::Private::setUpTable()
 {
     table = new ResizeSignalTableWidget(0, int(columns.columns().size()));
     layout->addWidget(table);
+    renewAccessible(table);
     table->setItemDelegate(new CellDelegate(table));
     table->setSelectionBehavior(QAbstractItemView::SelectRows);
     table->setEditTriggers(QAbstractItemView::NoEditTriggers);
@@ -285,6 +274,47 @@ void KovaTableWidget::Private::follow(QHeaderView *other, int logicalIndex, int 
     }
     if (isHidingOrShowing && sharedWidth >= 0)
         q->slotTableResized({sharedWidth, 0});
+}
+
+void KovaTableWidget::Private::showSection(int section) const
+{
+    if (!table)
+        return;
+    const QWidget *viewport = table->viewport();
+    const QRect seen = header->sectionRect(section).translated(header->mapTo(q, QPoint())
+                                                               - viewport->mapTo(q, QPoint()));
+    const int beyondRight = seen.right() + 1 - viewport->width();
+    const bool isWide = seen.width() > viewport->width();
+    int hidden = 0;
+    if (isWide)
+        hidden = q->isRightToLeft() ? beyondRight : seen.left();
+    else
+        hidden = seen.left() < 0 ? seen.left() : qMax(0, beyondRight);
+    QScrollBar *bar = table->horizontalScrollBar();
+    bar->setValue(bar->value() + (q->isRightToLeft() ? -hidden : hidden));
+}
+
+void KovaTableWidget::Private::tellOfFocus(int section) const
+{
+    if (!QAccessible::isActive() || !table || !header->hasFocus())
+        return;
+    QAccessibleEvent event(table, QAccessible::Focus);
+    // The first is the corner over the numbers of the rows.
+    event.setChild(section + 1);
+    QAccessible::updateAccessibility(&event);
+}
+
+void KovaTableWidget::Private::tellOfOrder(int section) const
+{
+    if (!QAccessible::isActive() || !table || !header->isVisible()
+        || section >= table->columnCount())
+        return;
+    QAccessibleEvent event(table, QAccessible::DescriptionChanged);
+    event.setChild(section + 1);
+    QAccessible::updateAccessibility(&event);
+    const QString order = sortedDescription(header, section);
+    const QString title = header->model()->headerData(section, Qt::Horizontal).toString();
+    announce(q, order.isEmpty() ? order : title + QStringLiteral(", ") + order);
 }
 
 void KovaTableWidget::slotVerticalScrollRangeChanged(int, int max)

@@ -24,11 +24,19 @@ class QHeaderView;
  *     view->getTable()->setRowCount(1);
  *     view->getTable()->setItem(0, 0, new QTableWidgetItem(tr("12:04")));
  *
+ * The header takes the focus by Tab, before the rows, if its columns can be resized or, when it is
+ * shown, clicked. A ring marks a title then: Left, Right, Home and End walk, Space and Return do
+ * what a click does, and Alt or Shift with Left and Right move the edge of the column by 8 design
+ * pixels. To assistive technology the titles are those of the table; it can press and resize them
+ * too. The table is read out under the accessible name of this widget, unless it has one of its
+ * own.
+ *
  * A cell that is too narrow for its text shows it as a tooltip, unless the item has one of its own
  * or the host sets another delegate. The columns stay what they were made as: do not add, remove or
  * move any. Three things cost dearly with many rows: sorting while rows are filled in (it also
  * misplaces them), resizing to contents, and cell widgets. The styles "component.table" and
- * "component.scrollbar" make up the look of the rows, "component.table_header" that of the header;
+ * "component.scrollbar" make up the look of the rows, "component.table_header" that of the header,
+ * in which "qproperty-focusColor" for TableHeader is the colour of the ring;
  * a border at the left of the rows would move them out from under the header.
  */
 class KOVAKIT_EXPORT KovaTableWidget : public QWidget

@@ -2,6 +2,7 @@
 
 #include "kova-tree-widget.h"
 
+#include "kovakit-qt/accessibility/tree-accessible_p.h"
 #include "kovakit-qt/style/crisp-icons_p.h"
 
 #include <kovakit-qt/style/dpi-info.h>
@@ -10,6 +11,7 @@
 #include <QHeaderView>
 #include <QHoverEvent>
 #include <QKeyEvent>
+#include <QMetaMethod>
 #include <QPainter>
 #include <QPersistentModelIndex>
 #include <QPointer>
@@ -22,6 +24,27 @@ namespace {
 
 // The frame of a tree is one pixel wide, and rows are placed inside of it.
 constexpr int frame = 1;
+
+// Hosts open their menu from a signal of the tree.
+class FolderTreeAccessible : public TreeAccessible
+{
+public:
+    using TreeAccessible::TreeAccessible;
+
+    bool hasMenu() const override
+    {
+        class Open : public KovaTreeWidget
+        {
+        public:
+            static bool isAskedForMenu(const QObject *tree)
+            {
+                return (tree->*&Open::isSignalConnected)(
+                    QMetaMethod::fromSignal(&KovaTreeWidget::sigMouseRightClickEvent));
+            }
+        };
+        return TreeAccessible::hasMenu() || Open::isAskedForMenu(object());
+    }
+};
 
 } // namespace
 
@@ -57,6 +80,8 @@ KovaTreeWidget::KovaTreeWidget(QWidget *parent)
     : QTreeWidget(parent)
     , d(std::make_unique<Private>(this))
 {
+    QAccessible::installFactory(createAccessible<KovaTreeWidget, FolderTreeAccessible>);
+    renewAccessible(this);
     viewport()->setAttribute(Qt::WA_Hover);
 }
 

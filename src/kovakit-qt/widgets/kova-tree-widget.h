@@ -29,6 +29,11 @@
  * Which row is under the pointer is worked out for a tree with a hidden header; a header that shows
  * moves the hover highlight down by its height. Rows whose items lack Qt::ItemIsUserCheckable are
  * drawn in the disabled look, though they can be used like all others.
+ *
+ * Assistive technology can tick, unfold, choose and focus each row. It can ask for a menu if
+ * something is connected to sigMouseRightClickEvent(), or the context menu policy has one. The tree
+ * then gets what the Menu key gives it: the key press, and a QContextMenuEvent unless a menu has
+ * come up. Give the tree an accessible name.
  */
 class KOVAKIT_EXPORT KovaTreeWidget : public QTreeWidget
 {

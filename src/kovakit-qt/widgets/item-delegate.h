@@ -27,7 +27,7 @@ KOVAKIT_EXPORT extern QRect g_check_rect;
  * beginning, and the characters \ / : * ? " < > | anywhere. An empty text stays possible while
  * typing, but is not accepted. A character that is refused shows why, in a tooltip that is read out
  * as well: the string "file_name_refused". Screen readers call the field "accessible_new_name".
- * Hosts may do without the two strings. The field's look is the style "component.tree_item".
+ * Without these strings both are in English. The field's look is the style "component.tree_item".
  *
  * The view does not own its delegate: keep it as long as the view, or give it a parent.
  */

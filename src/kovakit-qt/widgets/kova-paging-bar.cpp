@@ -4,6 +4,7 @@
 
 #include "arrow-button_p.h"
 
+#include "kovakit-qt/accessibility/announcement_p.h"
 #include "kovakit-qt/utils/component-strings_p.h"
 
 #include <kovakit-qt/style/dpi-info.h>
@@ -259,7 +260,11 @@ void KovaPagingBar::setFooterText(const QString &text)
 
 void KovaPagingBar::Private::goTo(qint64 page)
 {
+    const int before = model->nowPage();
     q->setPage(int(page));
+    // The button that was pressed shows another number by now.
+    if (model->nowPage() != before)
+        announce(q, pageButtons[currentIndex]->accessibleDescription());
     Q_EMIT q->sigPageChanged();
 }
 

@@ -37,7 +37,8 @@ struct PagingFooterInfo
  * The strings "first_page", "prev_5_pages", "next_5_pages", "last_page" and "pagebar_refresh" must
  * be installed. Two more are used if they are: "accessible_page" ("Page %1") names a page button
  * for screen readers, otherwise its number does; "accessible_current_page" ("Current page, %1 of
- * %2") describes the current one, otherwise the two numbers do.
+ * %2") describes the current one, otherwise the two numbers do; the description is said when the
+ * user has gone to another page.
  */
 class KOVAKIT_EXPORT KovaPagingBar : public QWidget
 {

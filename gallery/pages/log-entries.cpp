@@ -5,8 +5,10 @@
 #include "gallery-page.h"
 
 #include <kovakit-qt/widgets/kova-table-columns-info.h>
+#include <kovakit-qt/widgets/kova-table-widget.h>
 
 #include <QDateTime>
+#include <QHeaderView>
 #include <QRandomGenerator>
 #include <QSignalBlocker>
 #include <QTableWidget>
@@ -85,6 +87,11 @@ KovaTableColumnsInfo logColumns()
     columns.addColumn(GalleryPage::tr("User"), 90, true, 0.25);
     columns.addColumn(GalleryPage::tr("Event"), 160, true, 0.75);
     return columns;
+}
+
+QString titleOf(const KovaTableWidget *view, int column)
+{
+    return view->getHeader()->model()->headerData(column, Qt::Horizontal).toString();
 }
 
 void showEntries(QTableWidget *table, const std::vector<LogEntry> &log, int first, int count)

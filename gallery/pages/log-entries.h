@@ -11,6 +11,7 @@
 
 class QTableWidget;
 class KovaTableColumnsInfo;
+class KovaTableWidget;
 
 // The log of a made-up backup program, the same at every start.
 
@@ -31,6 +32,9 @@ void sortLog(std::vector<LogEntry> &log, int column, Qt::SortOrder order);
 
 // The columns of a table of entries.
 [[nodiscard]] KovaTableColumnsInfo logColumns();
+
+// The title that a column has in a table of entries.
+[[nodiscard]] QString titleOf(const KovaTableWidget *view, int column);
 
 // Shows @p count entries of @p log from @p first on, and makes or reuses the items for them. A page
 // that does not exist is empty.

@@ -27,7 +27,9 @@ LogPage::LogPage()
     , m_bar(new KovaPagingBar(m_model))
 {
     auto *card = new Card(tr("100,000 entries, 50 on a page"),
-                          tr("Click a title to sort, drag an edge to resize a column."));
+                          tr("Click a title to sort, drag an edge to resize a column. With Tab on "
+                             "the titles: Space sorts, Alt with Left or Right moves the edge."));
+    m_view->setAccessibleName(tr("Log"));
     m_view->setMinimumHeight(kovaPx(240));
     QHeaderView *header = m_view->getHeader();
     header->setSectionsClickable(true);
@@ -42,8 +44,10 @@ LogPage::LogPage()
     card->addGrowing(list);
     addGrowing(card);
 
-    connect(m_view->getTable(), &QTableWidget::itemSelectionChanged, this,
-            [this] { m_selection = selectionOf(m_view->getTable()); });
+    connect(m_view->getTable(), &QTableWidget::itemSelectionChanged, this, [this] {
+        m_selection = selectionOf(m_view->getTable());
+        report(tr("%1 entries are chosen.").arg(m_selection.selected.size()));
+    });
     connect(m_bar, &KovaPagingBar::sigPageChanged, this, [this] {
         loadPage();
         report(tr("Page %1 of %2.").arg(m_model->nowPage()).arg(m_model->pageCount()));
@@ -76,4 +80,5 @@ void LogPage::sortBy(int column)
     sortLog(m_log, column, m_view->getHeader()->sortIndicatorOrder());
     // All entries are sorted, not those of the page alone.
     m_bar->reset();
+    report(tr("Sorted by: %1.").arg(titleOf(m_view, column)));
 }

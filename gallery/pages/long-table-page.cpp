@@ -24,6 +24,7 @@ LongTablePage::LongTablePage()
         new Card(tr("100,000 entries at once"), tr("Every entry is a row. Click a title to sort."));
     card->addRow({makeRowLabel(tr("Columns:")), makeSwitch(LogTime, tr("Time")),
                   makeSwitch(LogLevel, tr("Level")), makeSwitch(LogUser, tr("User"))});
+    m_view->setAccessibleName(tr("Log"));
     m_view->setMinimumHeight(kovaPx(240));
     QHeaderView *header = m_view->getHeader();
     header->setSectionsClickable(true);
@@ -36,7 +37,7 @@ LongTablePage::LongTablePage()
         sortLog(m_log, column, header->sortIndicatorOrder());
         showEntries(m_view->getTable(), m_log, 0, entryCount);
         restoreSelection(m_view->getTable(), selection);
-        report(tr("Sorted %1 rows.").arg(entryCount));
+        report(tr("Sorted by: %1.").arg(titleOf(m_view, column)));
     });
     card->addGrowing(m_view);
     addGrowing(card);

@@ -188,10 +188,14 @@ void TreePage::openMenu(const QPoint &position, QTreeWidgetItem *item)
     connect(m_menu->addAction(tr("New folder")), &QAction::triggered, this,
             [this, item] { addFolder(item); });
     m_menu->addSeparator();
-    connect(m_menu->addAction(tr("Sort from A to Z")), &QAction::triggered, this,
-            [this] { sort(Qt::AscendingOrder); });
-    connect(m_menu->addAction(tr("Sort from Z to A")), &QAction::triggered, this,
-            [this] { sort(Qt::DescendingOrder); });
+    connect(m_menu->addAction(tr("Sort from A to Z")), &QAction::triggered, this, [this] {
+        sort(Qt::AscendingOrder);
+        report(tr("Sorted from A to Z."));
+    });
+    connect(m_menu->addAction(tr("Sort from Z to A")), &QAction::triggered, this, [this] {
+        sort(Qt::DescendingOrder);
+        report(tr("Sorted from Z to A."));
+    });
     m_menu->popup(m_tree->viewport()->mapToGlobal(position));
 }
 
@@ -211,7 +215,7 @@ void TreePage::openMenuAtName(QTreeWidgetItem *item)
 void TreePage::reportChosen()
 {
     int chosen = 0;
-    for (QTreeWidgetItemIterator it(m_tree, QTreeWidgetItemIterator::Checked); *it; ++it)
-        ++chosen;
+    for (QTreeWidgetItemIterator it(m_tree); *it; ++it)
+        chosen += (*it)->checkState(0) == Qt::Checked ? 1 : 0;
     report(tr("%1 folders are chosen.").arg(chosen));
 }

@@ -137,12 +137,17 @@ void TitleAccessible::doAction(const QString &name)
 {
     if (!actionNames().contains(name))
         return;
-    if (name == pressAction())
-        control()->pressSection(m_section);
-    else if (name == setFocusAction())
-        control()->focusSection(m_section);
-    else
-        control()->widenSection(m_section, name == increaseAction() ? 1 : -1);
+    HeaderControl *keys = control();
+    const int section = m_section;
+    if (name == pressAction()) {
+        // Sorting takes its time, and whoever asked waits for the answer.
+        QMetaObject::invokeMethod(
+            header(), [keys, section] { keys->pressSection(section); }, Qt::QueuedConnection);
+    } else if (name == setFocusAction()) {
+        keys->focusSection(section);
+    } else {
+        keys->widenSection(section, name == increaseAction() ? 1 : -1);
+    }
 }
 
 QVariant TitleAccessible::currentValue() const

@@ -113,6 +113,8 @@ QAccessibleInterface *ViewAccessible::child(int index) const
 
 int ViewAccessible::indexOfChild(const QAccessibleInterface *child) const
 {
+    if (!child)
+        return -1;
     const int columns = columnCount() + rowHeaderWidth();
     if (const auto *cell = dynamic_cast<const CellAccessible *>(child)) {
         const int row = rowOf(cell->index());

@@ -103,8 +103,10 @@ Card *DatesPage::makeLanguages()
         if (code == hostLanguage())
             list->setCurrentItem(item);
     }
-    connect(list, &QListWidget::currentItemChanged, this, [this](const QListWidgetItem *item) {
-        showLanguage(item->data(Qt::UserRole).toString());
+    connect(list, &QListWidget::itemSelectionChanged, this, [this, list] {
+        const QList<QListWidgetItem *> chosen = list->selectedItems();
+        if (!chosen.isEmpty())
+            showLanguage(chosen.first()->data(Qt::UserRole).toString());
     });
 
     m_calendarRow = new QHBoxLayout;
@@ -124,6 +126,7 @@ void DatesPage::showLanguage(const QString &code)
     delete m_calendar;
     m_calendar = new KovaCalanderView(this);
     strings->installStrings(stringsOfLanguage(hostLanguage()));
+    m_calendar->setLocale(QLocale(localeName(code)));
 
     setStyleKey(m_calendar, "component.date_selector");
     m_calendar->setFixedSize(kovaPx(280), kovaPx(260));

@@ -6,10 +6,13 @@
 #include "house-calendar_p.h"
 #include "kovakit-qt/utils/keys_p.h"
 
+#include <QCoreApplication>
 #include <QKeyEvent>
 #include <QMenu>
 #include <QStyleOptionToolButton>
 #include <QStylePainter>
+
+#include <initializer_list>
 
 namespace {
 
@@ -39,6 +42,17 @@ void press(QWidget *focused)
         button->click();
 }
 
+bool isDigit(const QKeyEvent *event)
+{
+    const QString text = event->text();
+    return text.size() == 1 && text.at(0).isDigit();
+}
+
+bool hasModifiers(const QKeyEvent *event)
+{
+    return event->modifiers() & (Qt::ControlModifier | Qt::AltModifier | Qt::MetaModifier);
+}
+
 } // namespace
 
 CalendarKeys::CalendarKeys(HouseCalendar *calendar)
@@ -49,7 +63,8 @@ CalendarKeys::CalendarKeys(HouseCalendar *calendar)
     , m_arrows{calendar->parts().previousMonth, calendar->parts().nextMonth}
 {
     calendar->installEventFilter(this);
-    for (QObject *part : {static_cast<QObject *>(m_days), m_arrows[0], m_arrows[1]}) {
+    for (QObject *part : std::initializer_list<QObject *>{m_days, m_arrows[0], m_arrows[1],
+                                                          calendar->parts().year}) {
         if (part)
             part->installEventFilter(this);
     }
@@ -58,6 +73,12 @@ CalendarKeys::CalendarKeys(HouseCalendar *calendar)
 void CalendarKeys::addButton(QWidget *button)
 {
     button->installEventFilter(this);
+}
+
+void CalendarKeys::addFrame(QWidget *frame)
+{
+    m_frame = frame;
+    frame->installEventFilter(this);
 }
 
 bool CalendarKeys::eventFilter(QObject *watched, QEvent *event)
@@ -84,8 +105,10 @@ bool CalendarKeys::eventFilter(QObject *watched, QEvent *event)
     }
 }
 
-bool CalendarKeys::keyPressed(QObject *watched, const QKeyEvent *event)
+bool CalendarKeys::keyPressed(QObject *watched, QKeyEvent *event)
 {
+    if (passOn(watched, event))
+        return true;
     if (watched != m_days) {
         // The field for the year has done with the key when it arrives at the calendar.
         if (isReturn(event))
@@ -97,17 +120,33 @@ bool CalendarKeys::keyPressed(QObject *watched, const QKeyEvent *event)
     if (!isReturn(event) && event->key() != Qt::Key_Space)
         return false;
     if (m_typing->accept())
-        chooseDay();
+        m_calendar->choose(m_calendar->currentDay());
     return true;
 }
 
-void CalendarKeys::chooseDay()
+// Gives a key to the part that it is meant for: from around the calendar to the days, from the
+// button for the year to the field that takes its place.
+bool CalendarKeys::passOn(QObject *watched, QKeyEvent *event)
 {
-    const QDate day = m_calendar->currentDay();
-    if (!m_calendar->isInRange(day))
-        return;
-    m_calendar->setSelectedDate(day);
-    Q_EMIT m_calendar->activated(day);
+    if (hasModifiers(event))
+        return false;
+    const int key = event->key();
+    const bool walks = key >= Qt::Key_Home && key <= Qt::Key_PageDown;
+    // A key that the days do not want climbs on to the frame, which has no focus then.
+    if (m_days && watched == m_frame && m_frame->window()->focusWidget() == m_frame
+        && (walks || isDigit(event) || isReturn(event) || key == Qt::Key_Space)) {
+        m_calendar->focusDays(Qt::OtherFocusReason);
+        QCoreApplication::sendEvent(m_days, event);
+        return true;
+    }
+    const CalendarParts &parts = m_calendar->parts();
+    if (parts.yearEdit && parts.year && watched == parts.year
+        && (key == Qt::Key_Up || key == Qt::Key_Down || isDigit(event))) {
+        parts.year->click();
+        QCoreApplication::sendEvent(parts.yearEdit, event);
+        return true;
+    }
+    return false;
 }
 
 bool CalendarKeys::isTyping() const

@@ -9,9 +9,12 @@
 
 #include <QFocusEvent>
 #include <QHoverEvent>
+#include <QItemSelectionModel>
 #include <QPainter>
 #include <QVBoxLayout>
 #include <QWindow>
+
+#include <utility>
 
 HouseCalendar::HouseCalendar(QWidget *parent)
     : QCalendarWidget(parent)
@@ -23,12 +26,32 @@ HouseCalendar::HouseCalendar(QWidget *parent)
     setFocusPolicy(Qt::NoFocus);
     // Its own reading of typed digits begins at today and stumbles over zeros.
     setDateEditEnabled(false);
-    if (m_parts.days) {
-        m_parts.days->viewport()->setAttribute(Qt::WA_Hover);
-        m_parts.days->viewport()->installEventFilter(this);
-    }
+    if (m_parts.days)
+        watchDays();
     connect(this, &QCalendarWidget::currentPageChanged, this, [this] { m_underPointer = QDate(); });
     showArrows();
+}
+
+void HouseCalendar::watchDays()
+{
+    m_parts.days->viewport()->setAttribute(Qt::WA_Hover);
+    m_parts.days->viewport()->installEventFilter(this);
+    // With every turn of a page, even in a popup that is closed, the days would tell screen readers
+    // that they have the focus.
+    const QItemSelectionModel *cursor = m_parts.days->selectionModel();
+    disconnect(cursor, SIGNAL(currentChanged(QModelIndex, QModelIndex)), m_parts.days,
+               SLOT(currentChanged(QModelIndex, QModelIndex)));
+    connect(cursor, &QItemSelectionModel::currentChanged, this, &HouseCalendar::moveCursor);
+}
+
+void HouseCalendar::moveCursor(const QModelIndex &current, const QModelIndex &previous)
+{
+    if (m_parts.days->hasFocus()) {
+        QMetaObject::invokeMethod(m_parts.days, "currentChanged", Q_ARG(QModelIndex, current),
+                                  Q_ARG(QModelIndex, previous));
+    } else {
+        updateDays();
+    }
 }
 
 void HouseCalendar::insertRow(QWidget *row)
@@ -53,6 +76,12 @@ QDate HouseCalendar::dayAt(const QModelIndex &index) const
     else if (index.row() > 3 && day < 15)
         month = month.addMonths(1);
     return QDate(month.year(), month.month(), day);
+}
+
+QString HouseCalendar::pageText() const
+{
+    const QString month = m_parts.month ? m_parts.month->text() : QString();
+    return (month + QLatin1Char(' ') + QString::number(yearShown())).trimmed();
 }
 
 bool HouseCalendar::isInRange(const QDate &date) const
@@ -81,8 +110,30 @@ void HouseCalendar::focusDays(Qt::FocusReason reason)
 
 void HouseCalendar::setChosenDay(const QDate &date)
 {
-    m_chosen = date;
+    const QDate before = std::exchange(m_chosen, date);
     updateDays();
+    if (date != before)
+        Q_EMIT chosenDayChanged(before);
+}
+
+void HouseCalendar::choose(const QDate &date)
+{
+    if (!isInRange(date))
+        return;
+    if (isTypingYear())
+        focusDays(Qt::OtherFocusReason);
+    setSelectedDate(date);
+    Q_EMIT activated(date);
+}
+
+void HouseCalendar::turnTo(int year, int month)
+{
+    QDate first(year, month, 1);
+    if (!first.isValid())
+        return;
+    const auto monthOf = [](const QDate &date) { return QDate(date.year(), date.month(), 1); };
+    first = qBound(monthOf(minimumDate()), first, monthOf(maximumDate()));
+    setCurrentPage(first.year(), first.month());
 }
 
 void HouseCalendar::setTodayColor(const QColor &color)

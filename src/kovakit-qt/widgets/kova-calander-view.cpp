@@ -2,7 +2,9 @@
 
 #include "kova-calander-view.h"
 
+#include "kovakit-qt/accessibility/named-accessible_p.h"
 #include "kovakit-qt/accessibility/named-action_p.h"
+#include "kovakit-qt/calendar/calendar-accessible_p.h"
 #include "kovakit-qt/calendar/calendar-keys_p.h"
 #include "kovakit-qt/calendar/house-calendar_p.h"
 #include "kovakit-qt/utils/component-strings_p.h"
@@ -10,6 +12,7 @@
 
 #include <kovakit-qt/style/dpi-info.h>
 #include <kovakit-qt/style/style-manager.h>
+#include <kovakit-qt/utils/component-strings.h>
 #include <kovakit-qt/widgets/event-filters.h>
 #include <kovakit-qt/widgets/kova-button.h>
 
@@ -64,8 +67,10 @@ KovaCalanderView::KovaCalanderView(QWidget *parent)
     : QAbstractItemView(parent)
     , d(std::make_unique<Private>(this))
 {
+    QAccessible::installFactory(createAccessible<KovaCalanderView, CalendarAccessible>);
     d->todayButton->setFixedHeight(kovaPx(24));
     d->todayButton->setObjectName(QStringLiteral("qt_calendar_today_button"));
+    d->calendar->setTodayText(d->todayButton->text());
     d->calendar->setFirstDayOfWeek(Qt::Sunday);
     d->calendar->setDateRange(QDate(firstYear, 1, 1), QDate(lastYear, 12, 31));
 
@@ -88,8 +93,10 @@ KovaCalanderView::KovaCalanderView(QWidget *parent)
 
     if (d->parts().days)
         dropLateClicks(d->parts().days->viewport());
+    new CalendarSpeaker(d->calendar);
     auto *keys = new CalendarKeys(d->calendar);
     keys->addButton(d->todayButton);
+    keys->addFrame(this);
     for (QWidget *part : std::initializer_list<QWidget *>{d->parts().year, d->parts().yearEdit,
                                                           d->parts().days, d->todayButton}) {
         if (part)
@@ -124,6 +131,11 @@ void KovaCalanderView::Private::handleNavigationBar()
     };
     name(parts().previousMonth, "accessible_calendar_prev_month");
     name(parts().nextMonth, "accessible_calendar_next_month");
+    if (ComponentStrings::getInstance()->hasString(QStringLiteral("accessible_calendar_year"))) {
+        name(parts().year, "accessible_calendar_year");
+        if (parts().yearEdit)
+            parts().yearEdit->setAccessibleName(parts().year->accessibleName());
+    }
     if (parts().yearEdit)
         parts().yearEdit->setAttribute(Qt::WA_MacShowFocusRect, false);
     if (QWidget *bar = parts().navigationBar) {
@@ -233,12 +245,7 @@ void KovaCalanderView::Private::handleTabOrder()
 
 void KovaCalanderView::setCurrentPage(int year, int month)
 {
-    QDate first(year, month, 1);
-    if (!first.isValid())
-        return;
-    const auto monthOf = [](const QDate &date) { return QDate(date.year(), date.month(), 1); };
-    first = qBound(monthOf(d->calendar->minimumDate()), first, monthOf(d->calendar->maximumDate()));
-    d->calendar->setCurrentPage(first.year(), first.month());
+    d->calendar->turnTo(year, month);
 }
 
 void KovaCalanderView::setSelectedDate(const QDate &date)

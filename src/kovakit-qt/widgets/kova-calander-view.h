@@ -24,8 +24,13 @@ class QAction;
  * By keyboard: arrows, Home, End, Page Up and Page Down walk through days and months, Return, Enter
  * and Space choose the day. Digits type a date in the order of the locale, which is shown over the
  * days: one or two are a day of the month that is shown, four a day and a month, six or eight a
- * whole date. Tab walks from the days to the button for today,
- * the arrows for the month, the month's menu and the year, where Return opens what a click opens.
+ * whole date. Tab walks from the days to the button for today, the calendar as a whole, where the
+ * keys of the days go to the days, the arrows for the month, the month's menu and the year, where
+ * Return opens what a click opens and digits, Up and Down begin to edit.
+ *
+ * Assistive technology meets the days as a table whose cells are named by their full dates in the
+ * language of the widget's locale(), which the host sets if it is not that of the system. The
+ * string "accessible_calendar_year" ("Year") names the year; without it the number has to do.
  *
  * The host must have loaded pictures, style files and strings. Texts stay as they were when the
  * view was built.

@@ -2,6 +2,8 @@
 
 #include "kova-date-selector.h"
 
+#include "kovakit-qt/accessibility/choice-accessible_p.h"
+#include "kovakit-qt/accessibility/named-accessible_p.h"
 #include "kovakit-qt/calendar/house-calendar_p.h"
 #include "kovakit-qt/style/placeholder-color_p.h"
 #include "kovakit-qt/utils/input-guards_p.h"
@@ -71,6 +73,7 @@ KovaDateSelector::KovaDateSelector(QString placeholder, QWidget *parent)
     : QComboBox(parent)
     , d(std::make_unique<Private>(this, std::move(placeholder)))
 {
+    QAccessible::installFactory(createAccessible<KovaDateSelector, ChoiceAccessible>);
     setView(d->calendarView);
     passWheelWithoutFocus(this);
     setPlaceholderApart(this);

@@ -24,6 +24,9 @@
  * KovaCalanderView, and F4, Space and Alt+Down open it. Without the focus the box leaves the wheel
  * to the page around it.
  *
+ * For assistive technology the box is named by its accessible name or by the label whose buddy it
+ * is, and what it shows is its text.
+ *
  * The box is 32 design pixels high, the calendar 280 by 260. The host must have loaded pictures,
  * style files and strings.
  */

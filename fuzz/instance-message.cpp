@@ -10,10 +10,24 @@
 
 namespace {
 
+InstanceMessageReader::State stateByDefinition(const QByteArray &bytes)
+{
+    if (bytes.size() < 4)
+        return InstanceMessageReader::Partial;
+    quint32 length = 0;
+    for (const char byte : bytes.left(4))
+        length = length << 8 | uchar(byte);
+    if (length > maxInstanceMessage)
+        return InstanceMessageReader::TooLong;
+    return bytes.size() - 4 < int(length) ? InstanceMessageReader::Partial
+                                          : InstanceMessageReader::Complete;
+}
+
 void checkAnyBytes(const QByteArray &bytes)
 {
     InstanceMessageReader whole;
     const InstanceMessageReader::State state = whole.add(bytes);
+    expect(state == stateByDefinition(bytes), "a message is read as it is defined");
     InstanceMessageReader inPieces;
     InstanceMessageReader::State last = InstanceMessageReader::Partial;
     for (const char byte : bytes) {

@@ -4,6 +4,7 @@
 
 #include "page-frame_p.h"
 
+#include "kovakit-qt/accessibility/window-accessible_p.h"
 #include "kovakit-qt/network/plain-access-manager_p.h"
 
 #include <kovakit-qt/style/style-manager.h>
@@ -52,6 +53,7 @@ BrowserWindow::BrowserWindow(QWidget *parent)
     , m_browser(makeBrowser(this))
     , d(std::make_unique<Private>(this, m_browser))
 {
+    installWindowAccessibility<BrowserWindow>();
     m_browser->setOpenExternalLinks(true);
     m_browser->setSource(HtmlTextBrowser::textSource());
     // A link leads to another page with a title of its own.

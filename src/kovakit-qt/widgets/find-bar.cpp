@@ -47,13 +47,17 @@ FindBar::FindBar(QTextEdit *view, QWidget *parent)
     const KovaIconButton *end =
         addButton(componentString("help_find_close", "Close"), "bt_close", "bt_close");
 
-    connect(field, &QLineEdit::textEdited, this, &FindBar::findTyped);
+    // Not textEdited(), since assistive technology sets the text.
+    connect(field, &QLineEdit::textChanged, this, &FindBar::findTyped);
     connect(previous, &KovaIconButton::clicked, this, &FindBar::findPrevious);
     connect(next, &KovaIconButton::clicked, this, &FindBar::findNext);
     connect(end, &KovaIconButton::clicked, this, &FindBar::close);
-    // Another page knows nothing of the last result.
+    // Another page knows nothing of the last result; the same one, which is laid out anew when its
+    // pictures come, still has no match.
     connect(view, &QTextEdit::textChanged, this, [this] {
-        if (!m_match.hasSelection())
+        const bool isMissing =
+            isVisible() && !wanted().isEmpty() && m_view->document()->find(wanted()).isNull();
+        if (!m_match.hasSelection() && !isMissing)
             forget();
     });
 }
@@ -64,8 +68,10 @@ void FindBar::open()
     const bool isWord = !selection.isEmpty() && selection.size() <= longestSelection
                      && !selection.contains(QChar::ParagraphSeparator);
     QLineEdit *field = m_field->getLineEdit();
-    if (isHidden() && isWord)
+    if (isHidden() && isWord) {
+        const QSignalBlocker quiet(field);
         field->setText(selection);
+    }
     show();
     field->setFocus(Qt::ShortcutFocusReason);
     field->selectAll();

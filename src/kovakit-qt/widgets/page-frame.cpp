@@ -13,6 +13,7 @@
 #include <kovakit-qt/style/dpi-info.h>
 #include <kovakit-qt/widgets/html-text-browser.h>
 
+#include <QAction>
 #include <QMouseEvent>
 #include <QProgressBar>
 #include <QToolButton>
@@ -45,6 +46,16 @@ PageFrame::PageFrame(QWidget *window, HtmlTextBrowser *browser)
     m_busy->setFixedHeight(qMax(1, kovaPx(designBusyHeight)));
     m_busy->setStyleSheet(getStyleSheet("component.help_busy", false));
     m_busy->hide();
+
+    const auto offer = [window](const QString &words) {
+        auto *action = new QAction(words, window);
+        window->addAction(action);
+        return action;
+    };
+    connect(offer(componentString("help_find", "Find in page")), &QAction::triggered, this,
+            [this] { findBar()->open(); });
+    connect(offer(componentString("help_find_close", "Close")), &QAction::triggered, window,
+            &QWidget::close);
 
     window->installEventFilter(this);
     browser->installEventFilter(this);

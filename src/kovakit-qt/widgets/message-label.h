@@ -12,6 +12,8 @@
  * For the texts of sheets, whose width is given; use a KovaLabel where the label may also be higher
  * than its text. Switch word wrap on, which a new label has off, and call fitHeight() after a new
  * text.
+ *
+ * Assistive technology reads the words of the text; each link in it is a child that it can press.
  */
 class KOVAKIT_EXPORT MessageLabel : public QLabel
 {

@@ -2,6 +2,7 @@
 
 #include "kova-countdown-msg-box.h"
 
+#include "kovakit-qt/modality/severity_p.h"
 #include "kovakit-qt/modality/sheet-buttons_p.h"
 #include "kovakit-qt/utils/component-strings_p.h"
 
@@ -71,6 +72,7 @@ void KovaCountdownMessageBox::showEvent(QShowEvent *event)
     // icon with the style before.
     if (icon() != NoIcon)
         setIcon(icon());
+    nameIcon(this);
     // When the window system shows a minimised box again, the count must not go faster.
     if (event->spontaneous())
         return;

@@ -2,6 +2,7 @@
 
 #include "kova-msg-box.h"
 
+#include "kovakit-qt/modality/severity_p.h"
 #include "kovakit-qt/modality/sheet-buttons_p.h"
 #include "kovakit-qt/utils/component-strings_p.h"
 
@@ -36,6 +37,7 @@ int execBox(const Box &kind, const QString &title, const QString &text,
 {
     QMessageBox box;
     box.setIcon(kind.icon);
+    nameIcon(&box);
     box.setWindowTitle(title);
     box.setText(text);
     box.setInformativeText(informativeText);

@@ -15,6 +15,8 @@
  * window, it is a styled QMessageBox of its own. Destroying the parent's window ends the sheet; a
  * question then returns 0. Escape dismisses every box, but no sheet with one button.
  *
+ * The severity is heard too, see KovaMessageSheet; a box has it as its description.
+ *
  * The mask of each sheet stays in the window, hidden and empty; KovaMask::setDeletionPolicy()
  * clears it away.
  */

@@ -4,6 +4,7 @@
 
 #include "sheet-callbacks_p.h"
 
+#include "kovakit-qt/modality/severity_p.h"
 #include "kovakit-qt/modality/sheet-buttons_p.h"
 #include "kovakit-qt/modality/sheet-core_p.h"
 #include "kovakit-qt/utils/component-strings_p.h"
@@ -67,7 +68,8 @@ namespace {
 
 struct TypeTraits
 {
-    const char *icon;
+    const char *picture;
+    QMessageBox::Icon severity;
     QDialogButtonBox::StandardButtons buttons;
 };
 
@@ -76,19 +78,19 @@ TypeTraits traitsOf(int type)
     const QDialogButtonBox::StandardButtons both = acceptButton | secondButton;
     switch (type) {
     case KovaMessageSheet::Processing:
-        return {"app_img", QDialogButtonBox::NoButton};
+        return {"app_img", QMessageBox::NoIcon, QDialogButtonBox::NoButton};
     case KovaMessageSheet::Information:
-        return {"icon_information", acceptButton};
+        return {"icon_information", QMessageBox::Information, acceptButton};
     case KovaMessageSheet::Warning:
-        return {"icon_warning", acceptButton};
+        return {"icon_warning", QMessageBox::Warning, acceptButton};
     case KovaMessageSheet::Question:
-        return {"icon_question", both};
+        return {"icon_question", QMessageBox::Question, both};
     case KovaMessageSheet::Upgrade:
-        return {"icon_information", both};
+        return {"icon_information", QMessageBox::Information, both};
     case KovaMessageSheet::WarningQuestion:
-        return {"icon_warning", both};
+        return {"icon_warning", QMessageBox::Warning, both};
     default:
-        return {nullptr, QDialogButtonBox::NoButton};
+        return {nullptr, QMessageBox::NoIcon, QDialogButtonBox::NoButton};
     }
 }
 
@@ -144,8 +146,10 @@ void KovaMessageSheetPrivate::initialize(const MsgBoxCustomBtnText &buttonText)
 
 void KovaMessageSheetPrivate::setUpIcon()
 {
-    if (const char *icon = traitsOf(messageType).icon)
-        iconLabel->setPixmap(getGlobalImage(icon, ImageManager::Default));
+    const TypeTraits traits = traitsOf(messageType);
+    if (traits.picture)
+        iconLabel->setPixmap(getGlobalImage(traits.picture, ImageManager::Default));
+    iconLabel->setAccessibleName(severityName(traits.severity));
 }
 
 void KovaMessageSheetPrivate::setUpButtons(const MsgBoxCustomBtnText &buttonText)
@@ -201,8 +205,10 @@ void KovaMessageSheetPrivate::setInformativeText(const QString &text)
     } else {
         if (!informativeLabel) {
             informativeLabel = new MessageLabel(q);
-            informativeLabel->setTextInteractionFlags(Qt::TextInteractionFlags(
-                q->style()->styleHint(QStyle::SH_MessageBox_TextInteractionFlags, nullptr, q)));
+            const int hint =
+                q->style()->styleHint(QStyle::SH_MessageBox_TextInteractionFlags, nullptr, q);
+            informativeLabel->setTextInteractionFlags(Qt::TextInteractionFlags(hint)
+                                                      | Qt::LinksAccessibleByKeyboard);
             informativeLabel->setAlignment(Qt::AlignLeft | Qt::AlignTop);
             informativeLabel->setOpenExternalLinks(true);
             informativeLabel->setWordWrap(true);

@@ -66,8 +66,8 @@ public:
     {
         const QLabel *label = m_text->label();
         const bool isUsable = label->isEnabled()
-            && label->textInteractionFlags()
-                & (Qt::LinksAccessibleByMouse | Qt::LinksAccessibleByKeyboard);
+                           && label->textInteractionFlags()
+                                  & (Qt::LinksAccessibleByMouse | Qt::LinksAccessibleByKeyboard);
         return isUsable ? QStringList(pressAction()) : QStringList();
     }
 

@@ -6,6 +6,8 @@
 #include "sheet-keys_p.h"
 #include "window-use_p.h"
 
+#include "kovakit-qt/accessibility/window-hold_p.h"
+
 #include <QApplication>
 #include <QCoreApplication>
 #include <QDialogButtonBox>
@@ -173,6 +175,7 @@ void SheetModality::enterWindow()
     const QPointer<SheetModality> self(this);
     m_window = m_sheet->window();
     activeModalities.append(this);
+    holdForAssistive(m_window, m_sheet);
     m_window->installEventFilter(m_sheet);
     watchAncestors();
     m_focusBefore = m_window->focusWidget();
@@ -192,6 +195,7 @@ void SheetModality::leaveWindow()
 {
     const bool wasTopmost = topmostOf(m_window) == this;
     activeModalities.removeOne(this);
+    releaseForAssistive(m_sheet);
     m_closeButton.release();
     // QWidget clears the pointers to it early in its destructor.
     if (!m_window)
@@ -320,6 +324,8 @@ bool SheetModality::eventFilter(QObject *watched, QEvent *event)
             stayEnabled();
         return false;
     case QEvent::Show:
+        noticeShownForAssistive(watched);
+        Q_FALLTHROUGH();
     case QEvent::Hide:
     case QEvent::HideToParent:
     case QEvent::Close:

@@ -56,6 +56,12 @@ struct MsgBoxCustomBtnText
  * narrow the buttons stand below each other; a text that is too high for it scrolls, by wheel and
  * by Up, Down, Page Up and Page Down, and the buttons stay in sight. Texts are rich text. The host
  * must have loaded pictures, style files and strings, "component.scrollbar" among the styles.
+ *
+ * To assistive technology the sheet is a modal dialog while it is up, and what is under it is
+ * disabled. The text is the dialog's name; the informative text and the severity are its
+ * description, and the severity is the name of the icon: the strings "accessible_information",
+ * "accessible_question" and "accessible_warning", of which a host that does not install them hears
+ * nothing.
  */
 class KOVAKIT_EXPORT KovaMessageSheet : public KovaSheet
 {

@@ -23,7 +23,8 @@ class QPainter;
  * widget, only for panels of your own content that need no answer.
  *
  * Assistive technology sees a sheet as a dialog; its name is the accessible name, or the text of
- * its first message label when none is set.
+ * its first message label when none is set. Its description is the accessible description, or the
+ * accessible names of its pictures and the texts of its other message labels.
  */
 class KOVAKIT_EXPORT KovaSheet : public QFrame
 {

@@ -94,6 +94,7 @@ private Q_SLOTS:
     void tellsWhatItSays();
     void followsLinks();
     void coversItsWindow();
+    void comesBeforeEarlierPresses();
     void coversSheetsBelow();
     void survivesDeletions();
 };
@@ -203,6 +204,22 @@ void SheetAccessibleTest::coversItsWindow()
     }
     QVERIFY(canBeUsed(window.off));
     QVERIFY(accessible(window.menu)->child(0)->actionInterface());
+}
+
+void SheetAccessibleTest::comesBeforeEarlierPresses()
+{
+    Window window;
+    QPushButton plain("Plain", window.centralWidget());
+    plain.show();
+    int clicks = 0;
+    for (QPushButton *button : {&plain, static_cast<QPushButton *>(window.button)}) {
+        connect(button, &QPushButton::clicked, &window, [&clicks] { ++clicks; });
+        accessible(button)->actionInterface()->doAction("Press");
+    }
+    QVERIFY(plain.isDown());
+    window.open("first");
+    QTRY_VERIFY(!plain.isDown());
+    QCOMPARE(clicks, 0);
 }
 
 void SheetAccessibleTest::coversSheetsBelow()

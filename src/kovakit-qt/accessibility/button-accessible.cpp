@@ -3,6 +3,7 @@
 #include "button-accessible_p.h"
 
 #include "named-action_p.h"
+#include "window-hold_p.h"
 
 #include "kovakit-qt/utils/markup_p.h"
 
@@ -109,6 +110,9 @@ void ButtonAccessible::doAction(const QString &name)
     if (opens)
         speakForEntries(menu());
     const auto act = [pressed, opens] {
+        // The press before this one may have opened a sheet.
+        if (isCoveredForAssistive(pressed))
+            return;
         if (opens)
             showMenu(pressed);
         else

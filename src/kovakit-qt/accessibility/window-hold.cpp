@@ -205,6 +205,11 @@ bool holdsForAssistive(const QWidget *sheet)
     return holderOf(sheet->window()) == sheet;
 }
 
+bool isCoveredForAssistive(const QWidget *widget)
+{
+    return isCovered(widget);
+}
+
 void noticeShownForAssistive(QObject *widget)
 {
     if (!activity.isActive() || !widget->isWidgetType())

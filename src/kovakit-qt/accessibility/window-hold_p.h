@@ -26,6 +26,9 @@ void releaseForAssistive(const QWidget *sheet);
 // Whether @p sheet holds its window, and no later one does.
 [[nodiscard]] bool holdsForAssistive(const QWidget *sheet);
 
+// Whether @p widget, or what it opens from, is under the sheet that holds its window.
+[[nodiscard]] bool isCoveredForAssistive(const QWidget *widget);
+
 // Has to be called for every widget that is shown while a window is held: it may be new there, or
 // have come from there.
 void noticeShownForAssistive(QObject *widget);

@@ -8,12 +8,14 @@
 
 #include "kovakit-qt/accessibility/window-hold_p.h"
 
+#include <QAbstractButton>
 #include <QApplication>
 #include <QCoreApplication>
 #include <QDialogButtonBox>
 #include <QEventLoop>
 #include <QKeyEvent>
 #include <QPointer>
+#include <QSignalBlocker>
 #include <QTimer>
 
 #include <chrono>
@@ -334,9 +336,23 @@ bool SheetModality::eventFilter(QObject *watched, QEvent *event)
     case QEvent::ShortcutOverride:
     case QEvent::Shortcut:
         return isTopmost() && filterShortcut(watched, event);
+    case QEvent::Timer:
+        return isTopmost() && filterDelayedClick(watched, event);
     default:
         return isTopmost() && filterUse(watched, event);
     }
+}
+
+// A button that is pressed by assistive technology or by its shortcut comes up and clicks some time
+// later, and a sheet may have come up first. A click that is silent must not toggle anything.
+bool SheetModality::filterDelayedClick(QObject *watched, QEvent *event) const
+{
+    auto *button = qobject_cast<QAbstractButton *>(watched);
+    if (!button || button->isCheckable() || !isCovered(button))
+        return false;
+    const QSignalBlocker silent(button);
+    watched->event(event);
+    return true;
 }
 
 bool SheetModality::filterShortcut(QObject *watched, QEvent *event) const

@@ -112,6 +112,7 @@ private:
     void inheritDisabled();
     void noticeVisibility(const QObject *watched, QEvent::Type type);
     void cancelIfUnseen();
+    bool filterDelayedClick(QObject *watched, QEvent *event) const;
     bool filterShortcut(QObject *watched, QEvent *event) const;
     bool filterUse(QObject *watched, QEvent *event) const;
 

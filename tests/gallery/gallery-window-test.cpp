@@ -28,6 +28,8 @@ private Q_SLOTS:
     void cleanup() { m_window.reset(); }
     void pagesFitTheWindowAndNameTheirPictures_data();
     void pagesFitTheWindowAndNameTheirPictures();
+    void focusShowsAtEveryStop_data();
+    void focusShowsAtEveryStop();
     void noTextStaysUntranslated();
     void everyScrollBarIsTheHouses();
     void viewsGrowWithTheWindow();
@@ -122,6 +124,32 @@ void GalleryWindowTest::pagesFitTheWindowAndNameTheirPictures()
         }
     }
     QVERIFY(pictures > 0);
+}
+
+void GalleryWindowTest::focusShowsAtEveryStop_data()
+{
+    QTest::addColumn<QString>("page");
+    for (const PageEntry &entry : pageRegistry())
+        QTest::newRow(qPrintable(entry.name)) << entry.name;
+}
+
+// Whatever the focus leaves looks different afterwards.
+void GalleryWindowTest::focusShowsAtEveryStop()
+{
+    QFETCH(QString, page);
+    m_window->showPageNamed(page);
+    QSet<const QWidget *> stops;
+    for (const QWidget *focus = m_window->focusWidget(); !stops.contains(focus);
+         focus = m_window->focusWidget()) {
+        stops.insert(focus);
+        const QRect place(focus->mapTo(m_window.get(), QPoint()), focus->size());
+        const QImage with = m_window->grab(place).toImage();
+        key(Qt::Key_Tab);
+        const QImage without = m_window->grab(place).toImage();
+        QVERIFY2(with != without,
+                 qPrintable(focus->accessibleName() + " of " + focus->metaObject()->className()));
+    }
+    QVERIFY(stops.size() > 1);
 }
 
 void GalleryWindowTest::noTextStaysUntranslated()

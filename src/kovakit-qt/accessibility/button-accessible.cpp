@@ -73,10 +73,6 @@ QString ButtonAccessible::text(QAccessible::Text kind) const
 {
     if (kind == QAccessible::Accelerator)
         return button()->shortcut().toString(QKeySequence::NativeText);
-    if (kind == QAccessible::Description && button()->accessibleDescription().isEmpty()) {
-        const QString tip = withoutMarkup(button()->toolTip());
-        return tip == text(QAccessible::Name) ? QString() : tip;
-    }
     return NamedAccessible::text(kind);
 }
 

@@ -2,6 +2,8 @@
 
 #include "named-accessible_p.h"
 
+#include "kovakit-qt/utils/markup_p.h"
+
 #include <QWidget>
 
 #include <QAccessible>
@@ -9,6 +11,11 @@
 
 QString NamedAccessible::text(QAccessible::Text kind) const
 {
+    // A tool tip, which stands in for a description, may have tags, and may be the name.
+    if (kind == QAccessible::Description && widget()->accessibleDescription().isEmpty()) {
+        const QString tip = withoutMarkup(widget()->toolTip());
+        return tip == text(QAccessible::Name) ? QString() : tip;
+    }
     const QString own = QAccessibleWidget::text(kind);
     return kind == QAccessible::Name && own.isEmpty() ? shownName() : own;
 }

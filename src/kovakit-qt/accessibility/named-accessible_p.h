@@ -4,7 +4,8 @@
 
 #include <QAccessibleWidget>
 
-// Names a widget to assistive technology after what it shows, unless its owner gave it a name.
+// Names a widget to assistive technology after what it shows, unless its owner gave it a name, and
+// describes it by the words of its tool tip, unless its owner described it.
 class NamedAccessible : public QAccessibleWidget
 {
 public:

@@ -315,7 +315,7 @@ int DaysAccessible::placeOf(const QDate &date) const
 {
     const QDate first = m_calendar->dayAt(days()->model()->index(0, 0));
     const qint64 place = date.isValid() ? first.daysTo(date) : -1;
-    return place < rowCount() * columnCount() ? int(qMax<qint64>(place, -1)) : -1;
+    return place < qint64(rowCount()) * columnCount() ? int(qMax<qint64>(place, -1)) : -1;
 }
 
 void DaysAccessible::modelChange(QAccessibleTableModelChangeEvent *)

@@ -59,7 +59,10 @@ void fitSection(QHeaderView *header, int logicalIndex, int size)
 class HeaderArea : public QScrollArea
 {
 protected:
-    bool focusNextPrevChild(bool next) override { return QWidget::focusNextPrevChild(next); }
+    bool focusNextPrevChild(bool next) override
+    {
+        return QWidget::focusNextPrevChild(next); // NOLINT(bugprone-parent-virtual-call)
+    }
 };
 
 // Shows the whole text of a cell that is too narrow for it, unless the cell has a tooltip.

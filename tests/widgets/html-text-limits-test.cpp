@@ -175,6 +175,8 @@ void HtmlTextLimitsTest::showsHostilePagesPlain_data()
             text += QString("<p id=a%1>a").arg(i);
         return text;
     }());
+    for (const char *tag : {"<p background=a>a", "<p style='BACKGROUND: url(a)'>a"})
+        row(tag, times(9000, tag));
     row("list", "<ul>" + times(10000, "<li>item"));
     row("deep", times(900, "<b>") + times(40000, "<br>"));
     row("closed again and again", times(900, "<b>") + times(100000, "</i>"));

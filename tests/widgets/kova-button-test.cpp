@@ -142,9 +142,9 @@ void KovaButtonTest::iconFollowsThePointerAndTheState()
         {"enabled", [&] { window.button.setEnabled(true); }, ImageManager::Default},
         {"disabled with its window", [&] { window.setEnabled(false); }, ImageManager::Disable},
     };
-    for (const auto &[name, act, state] : steps) {
+    for (const auto &[step, act, state] : steps) {
         act();
-        QVERIFY2(window.state() == state, name);
+        QVERIFY2(window.state() == state, step);
     }
     QCOMPARE(clicks.count(), 1);
     // A new default icon takes the place of all, at once.

@@ -34,7 +34,7 @@ private Q_SLOTS:
     void everyScrollBarIsTheHouses();
     void viewsGrowWithTheWindow();
     void assistiveTechnologySelectsAndTicks();
-    void otherDisplaysAndLooksAreOtherInstances();
+    void optionsHaveLimitsAndMakeInstances();
     void questionTellsItsAnswer();
     void jobsEndByThemselves();
     void selectionFollowsTheEntry();
@@ -257,7 +257,7 @@ void GalleryWindowTest::assistiveTechnologySelectsAndTicks()
     }
 }
 
-void GalleryWindowTest::otherDisplaysAndLooksAreOtherInstances()
+void GalleryWindowTest::optionsHaveLimitsAndMakeInstances()
 {
     GalleryOptions options;
     QSet<QString> names = {instanceName(options)};
@@ -267,6 +267,11 @@ void GalleryWindowTest::otherDisplaysAndLooksAreOtherInstances()
         names.insert(instanceName(options));
         qputenv(variable, before);
     }
+    for (const char *scale : {"0.5", "4"})
+        QCOMPARE(parseOptions({"kovakit-gallery", "--scale", scale}, &options), QString());
+    for (const char *scale : {"0.49", "4.01"})
+        QVERIFY2(!parseOptions({"kovakit-gallery", "--scale", scale}, &options).isEmpty(), scale);
+    options = GalleryOptions();
     QCOMPARE(parseOptions({"kovakit-gallery", "-reverse"}, &options), QString());
     names.insert(instanceName(options));
     QCOMPARE(names.size(), 4);

@@ -273,6 +273,7 @@ void HelpPageTest::mirrorsItsHistory()
     browser->setSource(QUrl("next.html"));
     const auto *back = qobject_cast<KovaIconButton *>(named(window, "Back"));
     QVERIFY(back->geometry().left() > named(window, "Forward")->geometry().left());
+    QCOMPARE(back->size(), QSize(kovaPx(28), kovaPx(28)));
     const QImage arrow = back->icon().pixmap(16).toImage();
     QCOMPARE(arrow, ImageManager::getInstance()
                         ->getIcon("bt_pagebar_next", ImageManager::Default)

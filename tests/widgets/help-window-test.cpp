@@ -171,6 +171,8 @@ void HelpWindowTest::fallsBackOnErrors()
           HttpServer::response(QByteArray(BrowserWindow::maxPageBytes + 1, 'x')),
           QByteArray("HTTP/1.1 200 OK\r\nContent-Length: 1000000000\r\n\r\nand waits"),
           QByteArray("HTTP/1.1 200 OK\r\nContent-Length: 99\r\n\r\n<p>cut short"),
+          "HTTP/1.1 200 OK\r\nTransfer-Encoding: chunked\r\n\r\nfffffff\r\n"
+              + QByteArray(BrowserWindow::maxPageBytes + 1, 'x'),
           HttpServer::response(HttpServer::packed(), "200 OK\r\nContent-Encoding: gzip")}) {
         respond(response);
         const HelpWindow window(context(), nullptr);

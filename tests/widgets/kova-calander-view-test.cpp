@@ -230,6 +230,8 @@ void KovaCalanderViewTest::monthNamesFitInEveryLanguage()
         cleanup();
         init();
         const int width = m_month->width();
+        const QSize wanted = m_view->sizeHint();
+        QVERIFY(wanted.width() >= kovaPx(280) && wanted.height() >= kovaPx(260));
         const auto *bar = calendarPart<QWidget>(m_view, "navigationbar");
         for (int month = 1; month <= 12; ++month) {
             m_view->setCurrentPage(2024, month);

@@ -91,7 +91,7 @@ void KovaCountdownMessageBoxTest::cancelsInThreeWays()
     using Way = std::function<void(KovaCountdownMessageBox &)>;
     const QPair<const char *, Way> ways[] = {
         {"escape", [](auto &box) { press(&box, Qt::Key_Escape); }},
-        {"close", [](auto &box) { box.close(); }},
+        {"close", [](auto &box) { QVERIFY(box.close()); }},
         {"click", [](auto &box) { click(box.button(QMessageBox::Discard)); }},
     };
     for (const auto &[name, cancel] : ways) {

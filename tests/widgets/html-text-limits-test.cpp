@@ -35,6 +35,7 @@ private Q_SLOTS:
     void endsOpenElements();
     void showsHostilePagesPlain_data();
     void showsHostilePagesPlain();
+    void boundsMarkdownPages();
     void stepsGrowAsTheLayoutDoes();
     void boundsPlainText();
     void laysOutOrdinaryText_data();
@@ -201,6 +202,28 @@ void HtmlTextLimitsTest::showsHostilePagesPlain()
 }
 
 // Every table around it doubles what a page takes, and so does twice the text.
+void HtmlTextLimitsTest::boundsMarkdownPages()
+{
+    m_browser.setSearchPaths({scratchFolder() + "/pages"});
+    int pages = 0;
+    const auto shown = [&](const QString &text) {
+        const QString name = QString("page-%1.md").arg(++pages);
+        writeScratchFile("pages/" + name, text.toUtf8());
+        m_browser.setSource(QUrl(name), QTextDocument::MarkdownResource);
+        return m_browser.toPlainText();
+    };
+    const auto table = [](int columns, int rows) {
+        const auto line = [columns](const char *cell) { return times(columns, cell) + "|\n"; };
+        return line("|a") + line("|---") + line("|b").repeated(rows);
+    };
+    QCOMPARE(shown("# Title\n\nSome *text*."), "Title\nSome text.");
+    QVERIFY(!shown(table(4, 30)).contains('|'));
+    // A plain text that was read as Markdown again would be the same table.
+    for (const QString &text : {table(100, 120), table(2, 9000), table(4, 100)})
+        QVERIFY(shown(text).contains("|---"));
+    QVERIFY(shown("|a|b|\n|---|---|\n" + times(300, "x\n")).contains("|---"));
+}
+
 void HtmlTextLimitsTest::stepsGrowAsTheLayoutDoes()
 {
     const auto steps = [this](int tables, int paragraphs) {

@@ -48,7 +48,8 @@ private:
     {
         QStringList pictures;
         QStringList texts;
-        for (const QLabel *label : widget()->findChildren<QLabel *>()) {
+        const QWidget *sheet = widget();
+        for (const QLabel *label : sheet->findChildren<QLabel *>()) {
             if (qobject_cast<const Label *>(label))
                 texts.append(withoutMarkup(label->text()));
             else if (!label->accessibleName().isEmpty())

@@ -70,6 +70,13 @@ QUrl nameInText(QString source)
     return QUrl(source.replace(QLatin1String("&amp;"), QLatin1String("&")));
 }
 
+// The Markdown of a plain text, in which no sign means anything any more.
+QString asCodeBlock(QString text)
+{
+    text.replace(QLatin1Char('\r'), QLatin1Char('\n'));
+    return QStringLiteral("    ") + text.replace(QLatin1Char('\n'), QLatin1String("\n    "));
+}
+
 } // namespace
 
 class HtmlTextBrowser::Private
@@ -327,7 +334,10 @@ QVariant HtmlTextBrowser::Private::page(const QUrl &name, bool isMarkdown)
     const QUrl folder = name.adjusted(QUrl::RemoveFilename);
     const bool isShown =
         isWithinLimits(text, folder.path().isEmpty() ? QUrl() : folder, isMarkdown);
-    return isShown ? text : shownPlain(text, textLimits).toHtmlEscaped();
+    if (isShown)
+        return text;
+    const QString plain = shownPlain(text, textLimits);
+    return isMarkdown ? asCodeBlock(plain) : plain.toHtmlEscaped();
 }
 
 // Qt keeps one resource for each name, of whatever type. Where it is asked for a picture and has

@@ -26,6 +26,7 @@ public:
     {
     }
     void fallbackOffline() override { Q_EMIT fellBack(); }
+    QNetworkAccessManager *manager() const { return m_manager; }
 
 Q_SIGNALS:
     void fellBack();
@@ -60,6 +61,7 @@ private Q_SLOTS:
     void showsTheAnswer();
     void fallsBackOnErrors();
     void keepsWhatItShowsWithoutOfflinePage();
+    void givesUpLongPagesAtOnce();
     void keepsNoCookies();
     void givesUpAfterTenSeconds();
     void laterAnswerWins();
@@ -171,8 +173,6 @@ void HelpWindowTest::fallsBackOnErrors()
           HttpServer::response(QByteArray(BrowserWindow::maxPageBytes + 1, 'x')),
           QByteArray("HTTP/1.1 200 OK\r\nContent-Length: 1000000000\r\n\r\nand waits"),
           QByteArray("HTTP/1.1 200 OK\r\nContent-Length: 99\r\n\r\n<p>cut short"),
-          "HTTP/1.1 200 OK\r\nTransfer-Encoding: chunked\r\n\r\nfffffff\r\n"
-              + QByteArray(BrowserWindow::maxPageBytes + 1, 'x'),
           HttpServer::response(HttpServer::packed(), "200 OK\r\nContent-Encoding: gzip")}) {
         respond(response);
         const HelpWindow window(context(), nullptr);
@@ -192,6 +192,28 @@ void HelpWindowTest::keepsWhatItShowsWithoutOfflinePage()
     }
 }
 
+void HelpWindowTest::givesUpLongPagesAtOnce()
+{
+    m_server->handle("/endless", [](QTcpSocket *socket) {
+        socket->write("HTTP/1.1 200 OK\r\nTransfer-Encoding: chunked\r\n\r\nfffffff\r\n"
+                      + QByteArray(BrowserWindow::maxPageBytes + 1, 'x'));
+    });
+    CountingWindow window;
+    QSignalSpy fellBack(&window, &CountingWindow::fellBack);
+    window.reload(address("endless"));
+    QVERIFY2(fellBack.wait(5000), "it goes on until its time is over");
+
+    m_server->answer("/short", "four");
+    QNetworkReply *reply = window.manager()->get(QNetworkRequest(address("short")));
+    QSignalSpy finished(reply, &QNetworkReply::finished);
+    connect(reply, &QNetworkReply::finished, this, [reply] {
+        QCOMPARE(reply->bytesAvailable(), 4);
+        QCOMPARE(reply->read(3), "fou");
+        QCOMPARE(reply->bytesAvailable(), 1);
+    });
+    QVERIFY(finished.wait());
+}
+
 void HelpWindowTest::keepsNoCookies()
 {
     QByteArrayList heads;
@@ -205,6 +227,14 @@ void HelpWindowTest::keepsNoCookies()
     window.retrieveHelpContent();
     QTRY_COMPARE(heads.size(), 2);
     QVERIFY2(!heads.last().contains("\ncookie:"), heads.last().constData());
+    // Nor does what a host sends by the same manager.
+    CountingWindow host;
+    for (int count = 3; count < 5; ++count) {
+        host.manager()->post(QNetworkRequest(address(m_path.mid(1))), "text");
+        QTRY_COMPARE(heads.size(), count);
+        QVERIFY2(!heads.last().contains("\ncookie:"), heads.last().constData());
+        QCoreApplication::processEvents();
+    }
 }
 
 void HelpWindowTest::givesUpAfterTenSeconds()

@@ -519,6 +519,13 @@ void KovaSheetTest::heightFollowsTheText()
     QCoreApplication::processEvents();
     QVERIFY(isInOrder(&sheet));
     QVERIFY(sheet.height() < height - kovaPx(60));
+
+    // Both of them together in the bar at the side.
+    sheet.setText(sentence.repeated(30));
+    sheet.setInformativeText(sentence.repeated(30));
+    QCoreApplication::processEvents();
+    QVERIFY(sheet.findChild<QScrollArea *>()->isVisible());
+    QVERIFY(isInOrder(&sheet));
 }
 
 void KovaSheetTest::changingTheTypeConnectsAgain()

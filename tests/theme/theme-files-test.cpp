@@ -38,6 +38,7 @@ private Q_SLOTS:
     void movieRuns();
     void stringsAreComplete_data();
     void stringsAreComplete();
+    void refusesPalettesThatAreWrong();
 };
 
 void ThemeFilesTest::everyPictureHasFourStates()
@@ -138,6 +139,23 @@ void ThemeFilesTest::stringsAreComplete()
     for (int month = 1; month <= 12; ++month)
         QCOMPARE(textOf("month_" + english.monthName(month, QLocale::ShortFormat).toLower()),
                  data.standaloneMonthName(month));
+}
+
+void ThemeFilesTest::refusesPalettesThatAreWrong()
+{
+    const QPair<const char *, const char *> cases[] = {
+        {R"({"colors": {"red": "#C22F2D"}, "pictures": {"alert": ["red", "red"]}})", "alert"},
+        {R"({"colors": {"red": "no color"}, "pictures": {}})", "red"},
+        {R"({"colors": {}, "pictures": {"plain": ["a", "b", "c", "d"]}})", "plain"},
+        {"{", "palette.json"},
+    };
+    for (const auto &[palette, named] : cases) {
+        QProcess tool;
+        tool.start(KOVAKIT_THEME_TOOL,
+                   {"styles", writeScratchFile("palette.json", palette), scratchFolder() + "/out"});
+        QVERIFY2(tool.waitForFinished() && tool.exitCode() == 1, palette);
+        QVERIFY2(tool.readAllStandardError().contains(named), palette);
+    }
 }
 
 QTEST_MAIN(ThemeFilesTest)

@@ -216,6 +216,9 @@ void SheetAccessibleTest::comesBeforeEarlierPresses()
         connect(button, &QPushButton::clicked, &window, [&clicks] { ++clicks; });
         accessible(button)->actionInterface()->doAction("Press");
     }
+    KovaMenu menu(window.centralWidget());
+    connect(menu.addAction("Entry"), &QAction::triggered, &window, [&clicks] { ++clicks; });
+    accessible(&menu)->child(0)->actionInterface()->doAction("Press");
     QVERIFY(plain.isDown());
     window.open("first");
     QTRY_VERIFY(!plain.isDown());

@@ -2,6 +2,8 @@
 
 #include "named-action_p.h"
 
+#include "window-hold_p.h"
+
 #include "kovakit-qt/utils/markup_p.h"
 
 #include <QAccessible>
@@ -99,7 +101,12 @@ public:
         }
         // As a click does it, and from the event loop, which the action may run anew.
         closeAll(m_menu);
-        QMetaObject::invokeMethod(action(), &QAction::trigger, Qt::QueuedConnection);
+        const auto trigger = [pressed = action(), menu = m_menu] {
+            // The press before this one may have opened a sheet.
+            if (!menu || !isCoveredForAssistive(menu))
+                pressed->trigger();
+        };
+        QMetaObject::invokeMethod(action(), trigger, Qt::QueuedConnection);
     }
     QStringList keyBindingsForAction(const QString &) const override { return {}; }
 

@@ -3,6 +3,7 @@
 #pragma once
 
 #include "named-accessible_p.h"
+#include "window-hold_p.h"
 
 #include <QAction>
 #include <QWidget>
@@ -30,8 +31,14 @@ public:
     void doAction(const QString &name) override
     {
         for (QAction *action : widget()->actions()) {
-            if (action->isEnabled() && action->text() == name)
-                QMetaObject::invokeMethod(action, &QAction::trigger, Qt::QueuedConnection);
+            if (!action->isEnabled() || action->text() != name)
+                continue;
+            const auto trigger = [action, window = widget()] {
+                // What was asked for before this may have opened a sheet.
+                if (!isCoveredForAssistive(window))
+                    action->trigger();
+            };
+            QMetaObject::invokeMethod(action, trigger, Qt::QueuedConnection);
         }
         QAccessibleWidget::doAction(name);
     }
